@@ -1,0 +1,39 @@
+// The bill of materials being computed: the price list's rows and the references counted into them.
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "bom/ResultString.h"
+#include "host/api/adscodes.h"
+#include "pricelist/TextFile.h"
+
+class BomCalculation {
+public:
+    // Replaces the rows by the price list's lines (quantity 0). False, after the alert, when the
+    // file cannot be opened; nothing changes then.
+    bool LoadPriceList(const std::wstring& path);
+    // Asks for a selection of block references and counts them by lower-cased block name; blocks
+    // without a row get one with price 0 unless only priced blocks are listed. False when the user
+    // made no selection or an object could not be opened (after the alert).
+    bool CountSelection();
+    // The selection prompt, filtered to INSERT entities; true only on RTNORM.
+    bool SelectBlockReferences(ads_name& selectionSet);
+
+    const std::vector<ResultString>& Results() const { return m_results; }
+    // How the price list was encoded, for files written from these rows.
+    const TextFormat& PriceListFormat() const { return m_priceListFormat; }
+
+    bool ListOnlyPricedBlocks() const { return m_listOnlyPricedBlocks; }
+    void SetListOnlyPricedBlocks(bool only) { m_listOnlyPricedBlocks = only; }
+
+private:
+    void RebuildNameIndex();
+    void Count(const std::wstring& lowerName);
+
+    std::vector<ResultString> m_results;
+    std::unordered_map<std::wstring, std::size_t> m_nameIndex;
+    TextFormat m_priceListFormat;
+    bool m_listOnlyPricedBlocks = false;
+};

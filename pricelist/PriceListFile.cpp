@@ -1,0 +1,94 @@
+// Reading and writing price-list files.
+#include "pricelist/PriceListFile.h"
+
+#include "host/api/acededitor.h"
+
+namespace {
+
+// One read of a line reader with a buffer of 1,000 characters: up to 999 characters, ending after a
+// line feed. `atEnd` tells that the read ran into the end of the text, which ends the reading loop
+// before that piece is used.
+std::wstring_view NextPiece(std::wstring_view text, std::size_t& position, bool& atEnd) {
+    const std::size_t start = position;
+    std::size_t end = start;
+    while (end < text.size() && end - start < kPriceListReadLength) {
+        if (text[end++] == L'\n') {
+            position = end;
+            atEnd = false;
+            return text.substr(start, end - start);
+        }
+    }
+    position = end;
+    atEnd = end - start < kPriceListReadLength;
+    return text.substr(start, end - start);
+}
+
+// Copies up to the next "|" or the end; tells whether a "|" stopped it and steps over it.
+std::wstring NextField(std::wstring_view line, std::size_t& position, bool& stoppedAtBar) {
+    const std::size_t start = position;
+    while (position < line.size() && line[position] != L'|' && line[position] != L'\n') ++position;
+    std::wstring field(line.substr(start, position - start));
+    stoppedAtBar = position < line.size() && line[position] == L'|';
+    if (stoppedAtBar) ++position;
+    return field;
+}
+
+void ParseLine(std::wstring_view piece, std::vector<PriceListRow>& rows) {
+    // The line is handled as a C string: it ends at a NUL, and its last character is cut.
+    const std::size_t nul = piece.find(L'\0');
+    if (nul != std::wstring_view::npos) piece = piece.substr(0, nul);
+    if (piece.empty()) return;
+    const std::wstring_view line = piece.substr(0, piece.size() - 1);
+
+    PriceListRow row;
+    std::size_t position = 0;
+    bool bar = false;
+    row.name = NextField(line, position, bar);
+    if (bar) row.price = NextField(line, position, bar);
+    if (bar) row.description = NextField(line, position, bar);
+    if (!row.name.empty() && !row.price.empty()) rows.push_back(std::move(row));
+}
+
+}  // namespace
+
+std::vector<PriceListRow> ParsePriceList(std::wstring_view text) {
+    std::vector<PriceListRow> rows;
+    std::size_t position = 0;
+    while (position < text.size()) {
+        bool atEnd = false;
+        const std::wstring_view piece = NextPiece(text, position, atEnd);
+        if (atEnd) break;
+        ParseLine(piece, rows);
+    }
+    return rows;
+}
+
+std::wstring FileNotOpenedMessage(const std::wstring& path) {
+    return L"File " + path + L" could  not be opened";
+}
+
+bool LoadPriceListFile(const std::wstring& path, std::vector<PriceListRow>& rows,
+                       TextFormat& format) {
+    auto content = ReadTextFile(path);
+    if (!content) {
+        acedAlert(FileNotOpenedMessage(path).c_str());
+        return false;
+    }
+    rows = ParsePriceList(content->text);
+    format = content->format;
+    return true;
+}
+
+bool SavePriceListFile(const std::wstring& path, const std::vector<PriceListRow>& rows,
+                       const TextFormat& format) {
+    std::wstring text;
+    for (const auto& row : rows) {
+        if (row.name.empty() && row.price.empty() && row.description.empty()) continue;
+        text += row.name + L'|' + row.price + L'|' + row.description + L'\n';
+    }
+    if (!WriteTextFile(path, text, format)) {
+        acedAlert(FileNotOpenedMessage(path).c_str());
+        return false;
+    }
+    return true;
+}

@@ -1,0 +1,264 @@
+// Decoding, encoding and atomic writing of the module's text files.
+#include "pricelist/TextFile.h"
+
+#include <fcntl.h>
+#include <langinfo.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <cwchar>
+#include <vector>
+
+namespace {
+
+constexpr std::string_view kUtf8Bom = "\xEF\xBB\xBF";
+
+// Length of the valid UTF-8 sequence at `i` and its code point, or 0 when it is not valid.
+std::size_t DecodeUtf8At(std::string_view s, std::size_t i, char32_t& cp) {
+    const auto b0 = static_cast<unsigned char>(s[i]);
+    if (b0 < 0x80) {
+        cp = b0;
+        return 1;
+    }
+    std::size_t length = 0;
+    char32_t min = 0;
+    if (b0 >= 0xC2 && b0 <= 0xDF) {
+        length = 2, cp = b0 & 0x1F, min = 0x80;
+    } else if (b0 >= 0xE0 && b0 <= 0xEF) {
+        length = 3, cp = b0 & 0x0F, min = 0x800;
+    } else if (b0 >= 0xF0 && b0 <= 0xF4) {
+        length = 4, cp = b0 & 0x07, min = 0x10000;
+    } else {
+        return 0;
+    }
+    if (i + length > s.size()) return 0;
+    for (std::size_t k = 1; k < length; ++k) {
+        const auto b = static_cast<unsigned char>(s[i + k]);
+        if ((b & 0xC0) != 0x80) return 0;
+        cp = (cp << 6) | (b & 0x3F);
+    }
+    if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) return 0;
+    return length;
+}
+
+void AppendUtf8(std::string& out, char32_t cp) {
+    if (cp < 0x80) {
+        out += static_cast<char>(cp);
+    } else if (cp < 0x800) {
+        out += static_cast<char>(0xC0 | (cp >> 6));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else if (cp < 0x10000) {
+        out += static_cast<char>(0xE0 | (cp >> 12));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else {
+        out += static_cast<char>(0xF0 | (cp >> 18));
+        out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    }
+}
+
+bool LocaleIsUtf8() {
+    const char* codeset = nl_langinfo(CODESET);
+    if (codeset == nullptr) return true;
+    // The plain C/POSIX locale knows only ASCII; UTF-8 is the modern reading of such files.
+    return std::strcmp(codeset, "UTF-8") == 0 || std::strcmp(codeset, "ANSI_X3.4-1968") == 0;
+}
+
+std::optional<std::wstring> DecodeUtf8(std::string_view bytes) {
+    std::wstring text;
+    text.reserve(bytes.size());
+    for (std::size_t i = 0; i < bytes.size();) {
+        char32_t cp = 0;
+        const std::size_t n = DecodeUtf8At(bytes, i, cp);
+        if (n == 0) return std::nullopt;
+        text += static_cast<wchar_t>(cp);
+        i += n;
+    }
+    return text;
+}
+
+std::optional<std::wstring> DecodeMultibyte(std::string_view bytes) {
+    std::wstring text;
+    std::mbstate_t state{};
+    for (std::size_t i = 0; i < bytes.size();) {
+        wchar_t c = 0;
+        const std::size_t n = std::mbrtowc(&c, bytes.data() + i, bytes.size() - i, &state);
+        if (n == static_cast<std::size_t>(-1) || n == static_cast<std::size_t>(-2)) return std::nullopt;
+        text += c;
+        i += n == 0 ? 1 : n;
+    }
+    return text;
+}
+
+std::wstring DecodeBytes(std::string_view bytes) {
+    std::wstring text;
+    text.reserve(bytes.size());
+    for (const char b : bytes) text += static_cast<wchar_t>(static_cast<unsigned char>(b));
+    return text;
+}
+
+void EncodeLocaleChar(std::string& out, wchar_t c) {
+    if (LocaleIsUtf8()) {
+        const auto cp = static_cast<char32_t>(c);
+        AppendUtf8(out, (cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) ? U'?' : cp);
+        return;
+    }
+    char buffer[MB_LEN_MAX];
+    std::mbstate_t state{};
+    const std::size_t n = std::wcrtomb(buffer, c, &state);
+    if (n == static_cast<std::size_t>(-1)) {
+        out += '?';
+    } else {
+        out.append(buffer, n);
+    }
+}
+
+std::wstring ToLineFeeds(std::wstring text) {
+    std::wstring out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == L'\r' && i + 1 < text.size() && text[i + 1] == L'\n') continue;
+        out += text[i];
+    }
+    return out;
+}
+
+std::optional<std::string> ReadBytes(const std::string& path) {
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr) return std::nullopt;
+    std::string bytes;
+    char buffer[65536];
+    std::size_t n = 0;
+    while ((n = std::fread(buffer, 1, sizeof buffer, file)) > 0) bytes.append(buffer, n);
+    const bool failed = std::ferror(file) != 0;
+    std::fclose(file);
+    if (failed) return std::nullopt;
+    return bytes;
+}
+
+bool WriteAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t n = ::write(fd, bytes.data(), bytes.size());
+        if (n < 0) {
+            if (errno == EINTR) continue;
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(n));
+    }
+    return true;
+}
+
+}  // namespace
+
+std::wstring DecodeText(std::string_view bytes, TextFormat& format) {
+    format = TextFormat{};
+    if (bytes.starts_with(kUtf8Bom)) {
+        if (auto text = DecodeUtf8(bytes.substr(kUtf8Bom.size()))) {
+            format.byteOrderMark = true;
+            format.crlf = text->find(L"\r\n") != std::wstring::npos;
+            return ToLineFeeds(std::move(*text));
+        }
+    }
+    auto text = LocaleIsUtf8() ? DecodeUtf8(bytes) : DecodeMultibyte(bytes);
+    if (!text) {
+        format.encoding = TextEncoding::Bytes;
+        text = DecodeBytes(bytes);
+    }
+    format.crlf = text->find(L"\r\n") != std::wstring::npos;
+    return ToLineFeeds(std::move(*text));
+}
+
+std::string EncodeText(std::wstring_view text, const TextFormat& format) {
+    std::string out;
+    out.reserve(text.size() + text.size() / 8);
+    if (format.byteOrderMark) out += kUtf8Bom;
+    for (const wchar_t c : text) {
+        if (c == L'\n' && format.crlf) out += '\r';
+        if (format.byteOrderMark) {
+            AppendUtf8(out, static_cast<char32_t>(c));
+        } else if (format.encoding == TextEncoding::Bytes && static_cast<char32_t>(c) <= 0xFF) {
+            out += static_cast<char>(c);
+        } else if (format.encoding == TextEncoding::Bytes) {
+            // A character that has no byte (a block name from the drawing) keeps its UTF-8 form.
+            AppendUtf8(out, static_cast<char32_t>(c));
+        } else {
+            EncodeLocaleChar(out, c);
+        }
+    }
+    return out;
+}
+
+std::optional<TextFileContent> ReadTextFile(const std::wstring& path) {
+    const auto bytes = ReadBytes(NativePath(path));
+    if (!bytes) return std::nullopt;
+    TextFileContent content;
+    content.text = DecodeText(*bytes, content.format);
+    return content;
+}
+
+bool WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format) {
+    const std::string target = NativePath(path);
+    if (target.empty()) return false;
+    struct stat existing {};
+    const bool exists = ::stat(target.c_str(), &existing) == 0;
+    if (exists && (!S_ISREG(existing.st_mode) || ::access(target.c_str(), W_OK) != 0)) return false;
+
+    const std::size_t slash = target.rfind('/');
+    const std::string folder = slash == std::string::npos ? std::string() : target.substr(0, slash + 1);
+    std::string temporary = folder + ".tarnwick-XXXXXX";
+    std::vector<char> pattern(temporary.begin(), temporary.end());
+    pattern.push_back('\0');
+    const int fd = ::mkstemp(pattern.data());
+    if (fd < 0) return false;
+    temporary = pattern.data();
+
+    const mode_t mode = exists ? (existing.st_mode & 07777) : [] {
+        const mode_t mask = ::umask(0);
+        ::umask(mask);
+        return static_cast<mode_t>(0666 & ~mask);
+    }();
+    const bool written = WriteAll(fd, EncodeText(text, format)) && ::fchmod(fd, mode) == 0;
+    const bool closed = ::close(fd) == 0;
+    if (!written || !closed || std::rename(temporary.c_str(), target.c_str()) != 0) {
+        ::unlink(temporary.c_str());
+        return false;
+    }
+    return true;
+}
+
+std::string NativePath(std::wstring_view path) {
+    std::string out;
+    for (const wchar_t c : path) {
+        const auto cp = static_cast<char32_t>(c);
+        if (cp >= 0xDC80 && cp <= 0xDCFF) {
+            out += static_cast<char>(cp - 0xDC00);
+        } else if (cp <= 0x10FFFF && !(cp >= 0xD800 && cp <= 0xDFFF)) {
+            AppendUtf8(out, cp);
+        } else {
+            out += '?';
+        }
+    }
+    return out;
+}
+
+std::wstring WidePath(std::string_view native) {
+    std::wstring out;
+    for (std::size_t i = 0; i < native.size();) {
+        char32_t cp = 0;
+        const std::size_t n = DecodeUtf8At(native, i, cp);
+        if (n == 0) {
+            out += static_cast<wchar_t>(0xDC00 + static_cast<unsigned char>(native[i]));
+            ++i;
+        } else {
+            out += static_cast<wchar_t>(cp);
+            i += n;
+        }
+    }
+    return out;
+}

@@ -1,0 +1,38 @@
+// Text files as the module reads and writes them: the user's locale encoding (UTF-8 in practice),
+// one byte per character for files that are not valid in it, and atomic replacement on writing.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+enum class TextEncoding {
+    Locale,  // the locale's multibyte encoding; UTF-8 where the locale is UTF-8 or plain ASCII
+    Bytes,   // each byte one character (U+0000..U+00FF), so nothing is lost
+};
+
+// How a file was written, so that saving it again gives the same bytes.
+struct TextFormat {
+    TextEncoding encoding = TextEncoding::Locale;
+    bool crlf = false;           // lines end with CR LF on disk; in memory always "\n"
+    bool byteOrderMark = false;  // a UTF-8 byte-order mark leads the file
+    friend bool operator==(const TextFormat&, const TextFormat&) = default;
+};
+
+struct TextFileContent {
+    std::wstring text;
+    TextFormat format;
+};
+
+std::wstring DecodeText(std::string_view bytes, TextFormat& format);
+std::string EncodeText(std::wstring_view text, const TextFormat& format);
+
+// Null when the file cannot be opened for reading.
+std::optional<TextFileContent> ReadTextFile(const std::wstring& path);
+// Writes a temporary file beside the target and renames it over the target, keeping the target's
+// permissions; false when that cannot be done (the target is then untouched).
+bool WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format);
+
+// File names: UTF-8, with bytes that are not valid UTF-8 carried as U+DC80..U+DCFF.
+std::string NativePath(std::wstring_view path);
+std::wstring WidePath(std::string_view native);

@@ -1,0 +1,70 @@
+// Decoding and encoding of the module's text files and file names.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "pricelist/TextFile.h"
+#include "tests/TempFolder.h"
+
+namespace {
+
+struct DecodeCase {
+    std::string bytes;
+    TextEncoding encoding;
+    std::size_t characters;
+};
+
+class Decoding : public ::testing::TestWithParam<DecodeCase> {};
+
+TEST_P(Decoding, ChoosesTheEncodingAndRoundTrips) {
+    TextFormat format;
+    const std::wstring text = DecodeText(GetParam().bytes, format);
+    EXPECT_EQ(format.encoding, GetParam().encoding);
+    EXPECT_EQ(text.size(), GetParam().characters);
+    EXPECT_EQ(EncodeText(text, format), GetParam().bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Utf8OrBytes, Decoding,
+    ::testing::Values(DecodeCase{"plain", TextEncoding::Locale, 5},
+                      DecodeCase{"\xd7\x90\xe2\x82\xac\xf0\x9f\x9a\xaa", TextEncoding::Locale, 3},
+                      DecodeCase{"\xc0\xaf", TextEncoding::Bytes, 2},          // overlong "/"
+                      DecodeCase{"\xed\xa0\x80", TextEncoding::Bytes, 3},      // a surrogate
+                      DecodeCase{"\xf4\x90\x80\x80", TextEncoding::Bytes, 4},  // past U+10FFFF
+                      DecodeCase{"abc\xd7", TextEncoding::Bytes, 4},           // cut short
+                      DecodeCase{"\xe9t\xe9", TextEncoding::Bytes, 3},
+                      DecodeCase{std::string("a\0b", 3), TextEncoding::Locale, 3}));
+
+TEST(TextFormats, ByteOrderMarkAndLineEndsAreKept) {
+    const std::string bytes = "\xef\xbb\xbf" "Door|10|x\r\nA|1|\r\n";
+    TextFormat format;
+    EXPECT_EQ(DecodeText(bytes, format), L"Door|10|x\nA|1|\n");
+    EXPECT_TRUE(format.byteOrderMark);
+    EXPECT_TRUE(format.crlf);
+    EXPECT_EQ(EncodeText(L"Door|10|x\nA|1|\n", format), bytes);
+}
+
+TEST(TextFormats, CharactersBeyondOneByteKeepTheirUtf8FormInAByteFile) {
+    const TextFormat bytes{TextEncoding::Bytes, false, false};
+    EXPECT_EQ(EncodeText(L"\u00e9|\u05d0", bytes), "\xe9|\xd7\x90");
+}
+
+TEST(FileNames, InvalidBytesSurviveTheRoundTrip) {
+    const std::string native = "/tmp/caf\xe9/\xd7\x90.prc";
+    const std::wstring wide = WidePath(native);
+    EXPECT_EQ(wide.size(), 15u);
+    EXPECT_EQ(NativePath(wide), native);
+}
+
+TEST(TextFiles, AFailedWriteLeavesTheTargetAsItWas) {
+    TempFolder folder;
+    folder.write("keep.txt", "original");
+    ASSERT_TRUE(std::filesystem::create_directory(folder.path("dir")));
+    EXPECT_FALSE(WriteTextFile(folder.wpath("dir"), L"new", TextFormat{}));
+    EXPECT_FALSE(WriteTextFile(folder.wpath("missing/keep.txt"), L"new", TextFormat{}));
+    EXPECT_TRUE(WriteTextFile(folder.wpath("keep.txt"), L"new", TextFormat{}));
+    EXPECT_EQ(folder.read("keep.txt"), "new");
+    EXPECT_FALSE(ReadTextFile(folder.wpath("missing.txt")).has_value());
+}
+
+}  // namespace
