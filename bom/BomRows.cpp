@@ -15,6 +15,10 @@ std::wstring FormatMoney(double value) {
 
 std::wstring FormatQuantity(std::int32_t value) { return std::to_wstring(value); }
 
+bool IsShown(const ResultString& row, bool listOnlyPricedBlocks) {
+    return !listOnlyPricedBlocks || row.quantity != 0;
+}
+
 BomRow AddResultRow(const ResultString& row, bool summary) {
     BomRow cells;
     cells[kNameColumn] = row.name;
@@ -32,7 +36,7 @@ DisplayedResults FillFromResults(const std::vector<ResultString>& results,
     DisplayedResults displayed;
     double sum = 0.0;
     for (const auto& row : results) {
-        if (listOnlyPricedBlocks && row.quantity == 0) continue;
+        if (!IsShown(row, listOnlyPricedBlocks)) continue;
         displayed.rows.push_back(AddResultRow(row, false));
         sum += row.total;
     }

@@ -19,6 +19,10 @@ using BomRow = std::array<std::wstring, kBomColumnCount>;
 std::wstring FormatMoney(double value);        // "%.2f"
 std::wstring FormatQuantity(std::int32_t value);  // "%i"
 
+// Whether the grid shows the row: every row, or only those with a count when only priced blocks are
+// listed.
+bool IsShown(const ResultString& row, bool listOnlyPricedBlocks);
+
 // The cells of one grid row (`AddResultRow`); a summary row leaves price and quantity empty.
 BomRow AddResultRow(const ResultString& row, bool summary);
 

@@ -232,6 +232,16 @@ bool WriteTextFile(const std::wstring& path, std::wstring_view text, const TextF
     return true;
 }
 
+std::string EncodeUtf8(std::wstring_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (const wchar_t c : text) {
+        const auto cp = static_cast<char32_t>(c);
+        AppendUtf8(out, (cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) ? U'\uFFFD' : cp);
+    }
+    return out;
+}
+
 std::string NativePath(std::wstring_view path) {
     std::string out;
     for (const wchar_t c : path) {

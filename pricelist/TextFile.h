@@ -33,6 +33,9 @@ std::optional<TextFileContent> ReadTextFile(const std::wstring& path);
 // permissions; false when that cannot be done (the target is then untouched).
 bool WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format);
 
+// UTF-8 whatever the locale; characters that have no UTF-8 form become U+FFFD.
+std::string EncodeUtf8(std::wstring_view text);
+
 // File names: UTF-8, with bytes that are not valid UTF-8 carried as U+DC80..U+DCFF.
 std::string NativePath(std::wstring_view path);
 std::wstring WidePath(std::string_view native);

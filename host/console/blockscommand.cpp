@@ -1,0 +1,64 @@
+// The `blocks` command of the console front end.
+#include "host/console/blockscommand.h"
+
+#include <cstdio>
+#include <map>
+
+#include "host/console/commandline.h"
+#include "host/console/drawingsession.h"
+#include "host/console/messages.h"
+#include "inventory/BlockNamesCont.h"
+#include "inventory/WideText.h"
+#include "pricelist/PriceListFile.h"
+
+namespace {
+
+const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required}};
+
+std::map<std::wstring, int> referenceCounts(const DxfDocument& document) {
+    std::map<std::wstring, int> counts;
+    for (const auto& reference : document.blockReferences(DxfSpace::Model))
+        ++counts[MakeLower(std::wstring(reference.blockName))];
+    return counts;
+}
+
+}  // namespace
+
+int runBlocksCommand(const std::vector<std::string>& arguments) {
+    const ParseResult parsed = parseArguments(arguments, kOptions);
+    if (!parsed.arguments) return usageError(parsed.error);
+    const ParsedArguments& args = *parsed.arguments;
+    if (args.positional.size() != 1) return usageError("blocks takes one drawing");
+    const auto prices = args.value("--prices");
+    if (prices) {
+        if (const std::string reason = unreadableReason(*prices); !reason.empty())
+            return fail(*prices, reason);
+    }
+    auto session = DrawingSession::open(args.positional.front());
+    if (!session) return kExitFailure;
+
+    BlockNamesCont names;
+    names.Load();
+    names.Sort();
+    if (prices) {
+        std::vector<PriceListRow> rows;
+        TextFormat format;
+        if (!LoadPriceListFile(WidePath(*prices), rows, format)) return kExitFailure;
+        for (const auto& row : rows) names.SetMark(row.name.c_str(), 1);
+    }
+
+    const auto counts = referenceCounts(session->document());
+    std::size_t width = 10;
+    for (const auto& entry : names.Names()) width = std::max(width, entry.name.size());
+    for (const auto& entry : names.Names()) {
+        const auto count = counts.find(MakeLower(entry.name));
+        std::string line = EncodeText(entry.name, TextFormat{});
+        line.append(width - entry.name.size() + 1, ' ');
+        const std::string number = std::to_string(count == counts.end() ? 0 : count->second);
+        line.append(number.size() < 7 ? 7 - number.size() : 0, ' ');
+        line += number;
+        if (prices && entry.marked == 0) line += "  no price";
+        std::puts(line.c_str());
+    }
+    return kExitOk;
+}

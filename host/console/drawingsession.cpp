@@ -1,0 +1,38 @@
+// Opening a drawing for a console command.
+#include "host/console/drawingsession.h"
+
+#include <cstdio>
+
+#include "host/console/messages.h"
+
+std::unique_ptr<DrawingSession> DrawingSession::open(const std::string& path) {
+    if (const std::string reason = unreadableReason(path); !reason.empty()) {
+        fail(path, reason);
+        return nullptr;
+    }
+    auto document = DxfDocument::readFile(path);
+    if (!document.isOk()) {
+        std::fprintf(stderr, "%s\n", document.errorString().c_str());
+        return nullptr;
+    }
+    return std::unique_ptr<DrawingSession>(new DrawingSession(path, document.takeValue()));
+}
+
+DrawingSession::DrawingSession(std::string path, std::unique_ptr<DxfDocument> document)
+    : m_path(std::move(path)),
+      m_document(std::move(document)),
+      m_editor(stderr),
+      m_previousDatabase(acdbHostApplicationServices()->workingDatabase()) {
+    acdbHostApplicationServices()->setWorkingDatabase(m_document.get());
+    m_editor.setVariableWriter([this](const std::wstring& name, const resbuf& value) {
+        (void)m_document->setVar(name, value);
+    });
+    for (const wchar_t* name : {L"ATTREQ", L"SNAPMODE", L"OSMODE", L"DWGNAME"}) {
+        resbuf value;
+        if (m_document->getVar(name, value) == RTNORM) m_editor.setVariable(name, value);
+    }
+}
+
+DrawingSession::~DrawingSession() {
+    acdbHostApplicationServices()->setWorkingDatabase(m_previousDatabase);
+}

@@ -1,0 +1,72 @@
+// `tarnwick`: batch work on drawings with the module's bill of materials, from the command line.
+#include <clocale>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/console/blockscommand.h"
+#include "host/console/bomcommand.h"
+#include "host/console/infocommand.h"
+#include "host/console/messages.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "Usage: tarnwick COMMAND DRAWING [OPTIONS]\n"
+    "\n"
+    "Priced bills of materials for the blocks of a DXF drawing.\n"
+    "\n"
+    "Commands:\n"
+    "  bom DRAWING --prices LIST   count the block references against a price list and print\n"
+    "                              the bill of materials as the text report has it\n"
+    "      --report [FILE]         also write the report (default: LIST's name, \"-\", the\n"
+    "                              drawing's name, \".txt\", beside LIST)\n"
+    "      --table-at X,Y          draw the table block (\"QTB\" and four digits) and insert it\n"
+    "                              with its upper left corner at X,Y\n"
+    "      --scale S               ... at scale S (default 1)\n"
+    "      -o OUT                  write the drawing with the table to OUT (default: beside\n"
+    "                              DRAWING, \"-bom\" before the extension)\n"
+    "      --hide-prices           leave out item prices, totals and the summary\n"
+    "      --only-priced           count only blocks that are in the price list\n"
+    "      --window X1,Y1,X2,Y2    only references whose insertion point lies in the window\n"
+    "      --layer NAME            only references on this layer (may be repeated)\n"
+    "      --json                  print the rows and the grand total as JSON instead\n"
+    "  blocks DRAWING [--prices LIST]\n"
+    "                              the drawing's block names with their reference counts;\n"
+    "                              with LIST, the names that have no price yet\n"
+    "  info DRAWING [--json]       version, encoding, handle seed, entity counts, references\n"
+    "\n"
+    "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
+
+struct Command {
+    std::string_view name;
+    int (*run)(const std::vector<std::string>& arguments);
+};
+
+constexpr Command kCommands[] = {
+    {"bom", runBomCommand},
+    {"blocks", runBlocksCommand},
+    {"info", runInfoCommand},
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::setlocale(LC_ALL, "");
+    const std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty()) return usageError("no command given");
+    const std::string& first = args.front();
+    if (first == "--help" || first == "-h") {
+        std::fputs(kUsage, stdout);
+        return kExitOk;
+    }
+    if (first == "--version") {
+        std::printf("tarnwick %s\n", TARNWICK_VERSION);
+        return kExitOk;
+    }
+    for (const auto& command : kCommands) {
+        if (command.name == first) return command.run({args.begin() + 1, args.end()});
+    }
+    return usageError("unknown command \"" + first + "\"");
+}

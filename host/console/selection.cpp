@@ -1,0 +1,32 @@
+// Selecting block references by window and layer.
+#include "host/console/selection.h"
+
+#include <algorithm>
+
+#include "inventory/WideText.h"
+
+namespace {
+
+bool inWindow(const AcGePoint3d& p, const SelectionWindow& w) {
+    return p.x >= std::min(w.x1, w.x2) && p.x <= std::max(w.x1, w.x2) &&
+           p.y >= std::min(w.y1, w.y2) && p.y <= std::max(w.y1, w.y2);
+}
+
+bool onLayer(std::wstring_view layer, const std::vector<std::wstring>& layers) {
+    if (layers.empty()) return true;
+    return std::any_of(layers.begin(), layers.end(),
+                       [&](const std::wstring& name) { return CompareNoCase(name, layer) == 0; });
+}
+
+}  // namespace
+
+std::vector<AcDbObjectId> selectReferences(const std::vector<DxfReference>& references,
+                                           const SelectionFilter& filter) {
+    std::vector<AcDbObjectId> selected;
+    for (const auto& reference : references) {
+        if (filter.window && !inWindow(reference.position, *filter.window)) continue;
+        if (!onLayer(reference.layer, filter.layers)) continue;
+        selected.push_back(reference.id);
+    }
+    return selected;
+}
