@@ -107,7 +107,8 @@ DxfStatus DxfTagFile::noteTag(std::uint32_t index) {
 
 std::string_view DxfTagFile::raw(std::uint32_t tag) const {
     const DxfTag& t = m_tags[tag];
-    return {base(t) + t.valueOffset - t.headLength,
+    if ((t.flags & kAdded) != 0) return m_added[t.valueOffset];
+    return {m_data.get() + t.valueOffset - t.headLength,
             std::size_t{t.headLength} + t.valueLength + (t.flags & kTrailerMask)};
 }
 
@@ -189,11 +190,11 @@ std::string DxfTagFile::binaryCode(int code) const {
 
 std::uint32_t DxfTagFile::appendRaw(int code, std::string_view head, std::string_view value,
                                     std::string_view tail) {
-    m_added += head;
-    const auto valueOffset = static_cast<std::uint32_t>(m_added.size());
-    m_added += value;
-    m_added += tail;
-    pushTag(valueOffset, value.size(), code, head.size(),
+    std::string text;
+    text.reserve(head.size() + value.size() + tail.size());
+    text.append(head).append(value).append(tail);
+    m_added.push_back(std::move(text));
+    pushTag(static_cast<std::uint32_t>(m_added.size() - 1), value.size(), code, head.size(),
             static_cast<std::uint8_t>(tail.size() | kAdded));
     return tagCount() - 1;
 }

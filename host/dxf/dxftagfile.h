@@ -1,8 +1,10 @@
 // The tags of a DXF file: its bytes in one buffer and, for every tag, where its group code and
-// value lie in them. Tags that edits add live in a second buffer, written in the file's own form.
+// value lie in them. Tags that edits add are kept one by one, written in the file's own form; views
+// of any tag stay valid while the file lives.
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -39,7 +41,9 @@ public:
     // The value's bytes: its text in ASCII files, its encoding in binary ones (strings alike).
     std::string_view value(std::uint32_t tag) const {
         const DxfTag& t = m_tags[tag];
-        return {base(t) + t.valueOffset, t.valueLength};
+        if ((t.flags & kAdded) != 0)
+            return std::string_view(m_added[t.valueOffset]).substr(t.headLength, t.valueLength);
+        return {m_data.get() + t.valueOffset, t.valueLength};
     }
     // The whole tag as it stands in the file.
     std::string_view raw(std::uint32_t tag) const;
@@ -85,9 +89,6 @@ private:
     std::string binaryCode(int code) const;
     std::string lineLocation(std::uint64_t line) const;
     std::string byteLocation(std::size_t offset) const;
-    const char* base(const DxfTag& tag) const {
-        return (tag.flags & kAdded) != 0 ? m_added.data() : m_data.get();
-    }
 
     std::string m_name;
     std::unique_ptr<char[]> m_data;
@@ -105,5 +106,5 @@ private:
     std::vector<DxfTag> m_tags;
     std::uint32_t m_originalTagCount = 0;
     std::vector<std::uint32_t> m_recordStarts;
-    std::string m_added;
+    std::deque<std::string> m_added;  // a deque never moves what it holds
 };

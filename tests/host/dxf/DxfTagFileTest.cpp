@@ -301,4 +301,15 @@ TEST(AddedTags, ReadBackLikeTheFilesOwn) {
     EXPECT_EQ(f.location(0), "plan.dxf:1");
 }
 
+TEST(AddedTags, ViewsOfThemSurviveLaterAdditions) {
+    auto file = DxfTagFile::parse("plan.dxf", "  0\nEOF\n");
+    ASSERT_TRUE(file.isOk());
+    DxfTagFile& f = file.value();
+    const std::string_view text = f.value(f.appendString(1, "a default text longer than a short string"));
+    const std::string_view raw = f.raw(f.appendString(2, "TAG"));
+    for (int i = 0; i < 10000; ++i) f.appendString(1, std::string(100, 'x'));
+    EXPECT_EQ(text, "a default text longer than a short string");
+    EXPECT_EQ(raw, "  2\nTAG\n");
+}
+
 }  // namespace
