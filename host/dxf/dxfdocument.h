@@ -129,9 +129,19 @@ private:
     Placement placementIn(std::size_t block);
     void setBlockFlag(std::size_t definition, std::int64_t flag);
     std::uint32_t appendEntity(const Placement& placement, std::vector<std::uint32_t> tags);
-    void insertAttribute(std::uint32_t anchor, std::uint32_t definitionRecord,
-                         std::optional<std::uint64_t> owner, const AcDbBlockReference& reference,
-                         const AcGePoint3d& basePoint);
+    // An attribute as a reference places it: its definition's points, height and angle transformed.
+    struct PlacedAttribute {
+        std::uint32_t definition;
+        AcGePoint3d firstPoint;
+        AcGePoint3d secondPoint;
+        double height;
+        double rotation;  // degrees
+        double widthFactor;
+    };
+    PlacedAttribute placeAttribute(std::uint32_t definition, const AcDbBlockReference& reference,
+                                   const AcGePoint3d& basePoint) const;
+    void insertAttribute(std::uint32_t anchor, const PlacedAttribute& attribute,
+                         std::optional<std::uint64_t> owner);
 
     std::filesystem::path m_path;
     DxfTagFile m_tags;

@@ -35,6 +35,14 @@ AcGePoint3d placed(const AcGePoint3d& p, const AcGePoint3d& base, const AcDbBloc
 
 double degrees(double radians) { return radians * 180.0 / std::numbers::pi; }
 
+// DXF has no text for infinities or NaN; a call that would write one is refused before any change.
+template <typename... Values>
+bool finite(Values... values) {
+    return (std::isfinite(values) && ...);
+}
+
+bool finite(const AcGePoint3d& p) { return finite(p.x, p.y, p.z); }
+
 }  // namespace
 
 std::optional<std::uint64_t> DxfDocument::newHandle() {
@@ -232,6 +240,7 @@ Acad::ErrorStatus DxfDocument::setBlockTableRecordOrigin(AcDbObjectId record,
         if (record.isNull()) return Acad::eNullObjectId;
         const auto block = blockIndex(record);
         if (!block) return Acad::eWrongObjectType;
+        if (!finite(origin)) return Acad::eInvalidInput;
         const std::uint32_t begin = m_structure.blocks()[definitionOf(*block)].begin;
         std::vector<std::uint32_t> tags = m_records.tagList(begin);
         const double coordinates[] = {origin.x, origin.y, origin.z};
@@ -255,6 +264,7 @@ Acad::ErrorStatus DxfDocument::appendLine(AcDbObjectId record, const AcDbLine& l
         if (record.isNull()) return Acad::eNullObjectId;
         const auto block = blockIndex(record);
         if (!block) return Acad::eWrongObjectType;
+        if (!finite(line.startPoint) || !finite(line.endPoint)) return Acad::eInvalidInput;
         const Placement placement = placementIn(*block);
         DxfRecordBuilder b(m_tags, m_dialect, "LINE");
         b.handle(newHandle()).owner(placement.owner).subclass("AcDbEntity");
@@ -272,6 +282,9 @@ Acad::ErrorStatus DxfDocument::appendAttributeDefinition(AcDbObjectId record,
         if (record.isNull()) return Acad::eNullObjectId;
         const auto block = blockIndex(record);
         if (!block) return Acad::eWrongObjectType;
+        if (!finite(definition.position) || !finite(definition.alignmentPoint) ||
+            !finite(definition.height, definition.widthFactor))
+            return Acad::eInvalidInput;
         std::string_view style;
         if (const auto styleRecord = recordOf(definition.textStyle);
             styleRecord && m_styles.findRecord(*styleRecord))
@@ -354,28 +367,38 @@ Acad::ErrorStatus DxfDocument::openBlockReference(AcDbObjectId entity,
     });
 }
 
-void DxfDocument::insertAttribute(std::uint32_t anchor, std::uint32_t definitionRecord,
-                                  std::optional<std::uint64_t> owner,
-                                  const AcDbBlockReference& reference,
-                                  const AcGePoint3d& basePoint) {
+DxfDocument::PlacedAttribute DxfDocument::placeAttribute(std::uint32_t definition,
+                                                         const AcDbBlockReference& reference,
+                                                         const AcGePoint3d& basePoint) const {
     const DxfAttributeDefinitionView d =
-        readAttributeDefinition(m_tags, m_records.tags(definitionRecord));
+        readAttributeDefinition(m_tags, m_records.tags(definition));
     const double sx = std::abs(reference.scaleFactors.sx);
     const double sy = std::abs(reference.scaleFactors.sy);
+    return {definition,
+            placed(d.firstPoint, basePoint, reference),
+            placed(d.secondPoint, basePoint, reference),
+            d.height * sy,
+            d.rotation + degrees(reference.rotation),
+            sy != 0.0 ? d.widthFactor * sx / sy : d.widthFactor};
+}
+
+void DxfDocument::insertAttribute(std::uint32_t anchor, const PlacedAttribute& attribute,
+                                  std::optional<std::uint64_t> owner) {
+    const DxfAttributeDefinitionView d =
+        readAttributeDefinition(m_tags, m_records.tags(attribute.definition));
     const bool aligned = d.horizontal != 0 || d.vertical != 0;
-    const double rotation = d.rotation + degrees(reference.rotation);
     DxfRecordBuilder b(m_tags, m_dialect, "ATTRIB");
     b.handle(newHandle())
         .owner(owner)
         .subclass("AcDbEntity")
         .text(8, d.layer.empty() ? "0" : d.layer);
-    b.subclass("AcDbText").point(10, placed(d.firstPoint, basePoint, reference));
-    b.real(40, d.height * sy).text(1, d.text);
-    if (rotation != 0.0) b.real(50, rotation);
-    b.real(41, sy != 0.0 ? d.widthFactor * sx / sy : d.widthFactor);
+    b.subclass("AcDbText").point(10, attribute.firstPoint);
+    b.real(40, attribute.height).text(1, d.text);
+    if (attribute.rotation != 0.0) b.real(50, attribute.rotation);
+    b.real(41, attribute.widthFactor);
     if (!d.style.empty()) b.text(7, d.style);
     b.integer(72, d.horizontal);
-    if (aligned) b.point(11, placed(d.secondPoint, basePoint, reference));
+    if (aligned) b.point(11, attribute.secondPoint);
     b.subclass("AcDbAttribute");
     if (m_dialect.attributeLock) b.integer(280, 0);
     b.text(2, d.tag).integer(70, d.flags).integer(74, d.vertical);
@@ -395,11 +418,20 @@ Acad::ErrorStatus DxfDocument::insertBlockReference(const AcDbBlockReference& re
             const std::uint32_t begin = m_structure.blocks()[*info.definition].begin;
             basePoint = readBlockBegin(m_tags, m_records.tags(begin)).basePoint;
         }
-        std::vector<std::uint32_t> attributes;
+        std::vector<PlacedAttribute> attributes;
         for (const std::uint32_t definition : info.attributeDefinitions) {
             const auto view = readAttributeDefinition(m_tags, m_records.tags(definition));
-            if ((view.flags & kConstantAttribute) == 0) attributes.push_back(definition);
+            if ((view.flags & kConstantAttribute) != 0) continue;
+            attributes.push_back(placeAttribute(definition, reference, basePoint));
+            const PlacedAttribute& a = attributes.back();
+            if (!finite(a.firstPoint) || !finite(a.secondPoint) ||
+                !finite(a.height, a.rotation, a.widthFactor))
+                return Acad::eInvalidInput;
         }
+        const AcGeScale3d& scale = reference.scaleFactors;
+        if (!finite(reference.position) || !finite(scale.sx, scale.sy, scale.sz) ||
+            !finite(degrees(reference.rotation)))
+            return Acad::eInvalidInput;
         std::optional<std::uint64_t> modelSpace;
         for (std::size_t i = 0; i < m_blocks.size(); ++i) {
             if (m_blockInfo[i].layout == Layout::Model) modelSpace = handleOf(m_blocks.record(i));
@@ -418,8 +450,8 @@ Acad::ErrorStatus DxfDocument::insertBlockReference(const AcDbBlockReference& re
         if (reference.scaleFactors.sz != 1.0) b.real(43, reference.scaleFactors.sz);
         if (reference.rotation != 0.0) b.real(50, degrees(reference.rotation));
         const std::uint32_t insert = m_records.insertBefore(anchor, b.take());
-        for (const std::uint32_t definition : attributes)
-            insertAttribute(anchor, definition, handle, reference, basePoint);
+        for (const PlacedAttribute& attribute : attributes)
+            insertAttribute(anchor, attribute, handle);
         if (!attributes.empty()) {
             DxfRecordBuilder end(m_tags, m_dialect, "SEQEND");
             end.handle(newHandle()).owner(handle).subclass("AcDbEntity").text(8, "0");

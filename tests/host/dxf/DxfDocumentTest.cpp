@@ -2,6 +2,7 @@
 // form, selection and system variables. Fixtures: tests/data/dxf, written by hand.
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <numbers>
 
 #include "host/dxf/dxfdocument.h"
@@ -465,6 +466,26 @@ TEST(DxfDocumentInsert, R2018ReferenceOwnedByModelSpaceAndOwningItsAttributes) {
                                                 {8, "0"},
                                                 {0, "ENDSEC"}},
                                                "\r\n")));
+}
+
+TEST(DxfDocumentInsert, NumbersDxfCannotHoldAreRefusedBeforeAnyChange) {
+    const auto document = openFixture("r12-layouts.dxf");
+    ASSERT_TRUE(document);
+    const double huge = std::numeric_limits<double>::max();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const AcDbObjectId door = blockId(*document, L"DOOR");
+    AcDbBlockReference reference;
+    reference.blockTableRecord = door;
+    reference.scaleFactors = {huge, huge,
+                              1};  // the attribute's offset from the base point overflows
+    AcDbObjectId id;
+    EXPECT_EQ(document->insertBlockReference(reference, id), Acad::eInvalidInput);
+    EXPECT_EQ(document->appendLine(door, {{nan, 0, 0}, {1, 1, 0}}, id), Acad::eInvalidInput);
+    AcDbAttributeDefinition definition;
+    definition.height = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(document->appendAttributeDefinition(door, definition, id), Acad::eInvalidInput);
+    EXPECT_EQ(document->setBlockTableRecordOrigin(door, {0, nan, 0}), Acad::eInvalidInput);
+    EXPECT_EQ(document->toBytes(), readBytes(kData / "r12-layouts.dxf"));
 }
 
 TEST(DxfDocumentFile, SectionsAndTablesAreMadeWhenTheFileLacksThem) {
