@@ -1,0 +1,138 @@
+// Splitting ASCII DXF into tags: a group code line, a value line, each checked against its type.
+#include <bit>
+#include <cstring>
+
+#include "host/dxf/dxfgroupcode.h"
+#include "host/dxf/dxfmessage.h"
+#include "host/dxf/dxfnumber.h"
+#include "host/dxf/dxftagfile.h"
+
+namespace {
+
+// Eight bytes at a time: most lines are short, and this runs over every byte of the file.
+const char* findNewline(const char* p, const char* end) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101ull;
+    constexpr std::uint64_t kHighs = 0x8080808080808080ull;
+    while (end - p >= 8) {
+        std::uint64_t word;
+        std::memcpy(&word, p, sizeof word);
+        const std::uint64_t x = word ^ (kOnes * '\n');
+        const std::uint64_t zeros = (x - kOnes) & ~x & kHighs;
+        if (zeros != 0) return p + (std::countr_zero(zeros) >> 3);
+        p += 8;
+    }
+    while (p < end && *p != '\n') ++p;
+    return p;
+}
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+std::string_view lineAt(const char* p, const char* end) {
+    const char* e = findNewline(p, end);
+    if (e > p && e[-1] == '\r') --e;
+    return {p, static_cast<std::size_t>(e - p)};
+}
+
+// Reads "  70\r\n"-like lines; on success `p` is left on the line's '\n'.
+bool readCode(const char*& p, const char* end, int& code) {
+    const char* q = p;
+    while (q < end && isBlank(*q)) ++q;
+    const bool negative = q < end && *q == '-';
+    if (negative) ++q;
+    int value = 0;
+    int digits = 0;
+    while (q < end && static_cast<unsigned char>(*q - '0') <= 9 && digits <= 5) {
+        value = value * 10 + (*q - '0');
+        ++q;
+        ++digits;
+    }
+    while (q < end && isBlank(*q)) ++q;
+    if (q < end && *q == '\r') ++q;
+    if (digits == 0 || digits > 5 || value > 32767) return false;
+    if (q < end && *q != '\n') return false;
+    code = negative ? -value : value;
+    p = q;
+    return true;
+}
+
+const char* typeWanted(DxfValueType type) {
+    switch (type) {
+        case DxfValueType::Double:
+            return "a number";
+        case DxfValueType::Int16:
+        case DxfValueType::Int32:
+        case DxfValueType::Int64:
+        case DxfValueType::Bool:
+            return "an integer";
+        case DxfValueType::Chunk:
+            return "hexadecimal data";
+        case DxfValueType::String:
+        case DxfValueType::Handle:
+            break;
+    }
+    return nullptr;
+}
+
+bool hasType(DxfValueType type, std::string_view value) {
+    switch (type) {
+        case DxfValueType::Double:
+            return isDxfReal(value);
+        case DxfValueType::Int16:
+        case DxfValueType::Int32:
+        case DxfValueType::Int64:
+        case DxfValueType::Bool:
+            return isDxfInteger(value);
+        case DxfValueType::Chunk:
+            return isDxfHex(value);
+        case DxfValueType::String:
+        case DxfValueType::Handle:
+            break;
+    }
+    return true;
+}
+
+}  // namespace
+
+DxfStatus DxfTagFile::scanAscii() {
+    const char* const data = m_data.get();
+    const char* const end = data + m_size;
+    const char* p = data + m_prefixLength;
+    const char* const firstNewline = findNewline(p, end);
+    if (firstNewline < end && firstNewline > p && firstNewline[-1] == '\r') m_lineEnd = "\r\n";
+
+    while (p < end) {
+        const auto index = static_cast<std::uint32_t>(m_tags.size());
+        const char* const tagStart = p;
+        int code = 0;
+        if (!readCode(p, end, code))
+            return DxfError(lineLocation(2ull * index + 1) + ": expected a group code, found " +
+                            dxfQuoted(lineAt(tagStart, end)));
+        if (p == end || p + 1 == end)
+            return DxfError(lineLocation(2ull * index + 2) + ": expected the value of group code " +
+                            std::to_string(code) + ", found the end of the file");
+        const char* const valueStart = p + 1;
+        const char* const newline = findNewline(valueStart, end);
+        const char* valueEnd = newline;
+        std::uint8_t trailer = newline < end ? 1 : 0;
+        if (trailer == 1 && valueEnd > valueStart && valueEnd[-1] == '\r') {
+            --valueEnd;
+            trailer = 2;
+        }
+        const std::string_view value(valueStart, static_cast<std::size_t>(valueEnd - valueStart));
+        if (valueStart - tagStart > 255)
+            return DxfError(lineLocation(2ull * index + 1) + ": expected a group code, found " +
+                            dxfQuoted(lineAt(tagStart, end)));
+        const DxfValueType type = dxfValueType(code);
+        if (!hasType(type, value))
+            return DxfError(lineLocation(2ull * index + 2) + ": expected " + typeWanted(type) +
+                            " for group code " + std::to_string(code) + ", found " +
+                            dxfQuoted(value));
+        pushTag(static_cast<std::uint32_t>(valueStart - data), value.size(), code,
+                static_cast<std::size_t>(valueStart - tagStart), trailer);
+        p = newline < end ? newline + 1 : end;
+        if (DxfStatus status = noteTag(index); !status.isOk()) return status;
+        if (m_reachedEof) break;
+    }
+    m_endOfTags = static_cast<std::size_t>(p - data);
+    return {};
+}

@@ -1,0 +1,83 @@
+// Splitting binary DXF into tags: a group code field, then a value whose size its type fixes.
+#include <cstring>
+
+#include "host/dxf/dxfgroupcode.h"
+#include "host/dxf/dxftagfile.h"
+
+namespace {
+
+std::size_t fixedSize(DxfValueType type) {
+    switch (type) {
+        case DxfValueType::Double:
+        case DxfValueType::Int64:
+            return 8;
+        case DxfValueType::Int32:
+            return 4;
+        case DxfValueType::Int16:
+            return 2;
+        case DxfValueType::Bool:
+            return 1;
+        case DxfValueType::String:
+        case DxfValueType::Handle:
+        case DxfValueType::Chunk:
+            break;
+    }
+    return 0;
+}
+
+}  // namespace
+
+DxfStatus DxfTagFile::scanBinary() {
+    const char* const data = m_data.get();
+    const std::size_t size = m_size;
+    std::size_t p = m_prefixLength;
+    // R12 writes the first code, 0, in one byte, so "SECTION" follows at once; later versions in
+    // two.
+    m_byteCodes = p + 1 < size && data[p] == 0 && data[p + 1] != 0;
+    if (p < size && static_cast<unsigned char>(data[p]) == 255) m_byteCodes = true;
+
+    while (p < size) {
+        const std::size_t tagStart = p;
+        auto cutOff = [&](const std::string& what) {
+            return DxfError(byteLocation(tagStart) + ": expected " + what +
+                            ", found the end of the file");
+        };
+        int code = 0;
+        if (m_byteCodes && static_cast<unsigned char>(data[p]) != 255) {
+            code = static_cast<unsigned char>(data[p]);
+            p += 1;
+        } else {
+            if (m_byteCodes) ++p;
+            if (size - p < 2) return cutOff("a two-byte group code");
+            std::int16_t wide = 0;
+            std::memcpy(&wide, data + p, sizeof wide);
+            code = wide;
+            p += 2;
+        }
+        const DxfValueType type = dxfValueType(code);
+        auto ofCode = [code] { return " of group code " + std::to_string(code); };
+        std::size_t valueLength = 0;
+        std::uint8_t trailer = 0;
+        if (type == DxfValueType::Chunk) {
+            if (p == size) return cutOff("the length byte" + ofCode());
+            valueLength = static_cast<unsigned char>(data[p]);
+            ++p;
+            if (size - p < valueLength)
+                return cutOff(std::to_string(valueLength) + " bytes of data" + ofCode());
+        } else if (const std::size_t n = fixedSize(type); n != 0) {
+            valueLength = n;
+            if (size - p < n) return cutOff("the " + std::to_string(n) + "-byte value" + ofCode());
+        } else {
+            const void* zero = std::memchr(data + p, 0, size - p);
+            if (zero == nullptr) return cutOff("the zero byte that ends the value" + ofCode());
+            valueLength = static_cast<std::size_t>(static_cast<const char*>(zero) - (data + p));
+            trailer = 1;
+        }
+        pushTag(static_cast<std::uint32_t>(p), valueLength, code, p - tagStart, trailer);
+        p += valueLength + trailer;
+        if (DxfStatus status = noteTag(tagCount() - 1); !status.isOk()) return status;
+        if (m_reachedEof) break;
+    }
+    m_endOfTags = p;
+    return {};
+}

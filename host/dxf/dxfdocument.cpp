@@ -1,0 +1,282 @@
+// Reading a drawing, indexing what the host asks for, writing it back, selection and variables.
+#include "host/dxf/dxfdocument.h"
+
+#include <algorithm>
+#include <cwctype>
+
+#include "host/dxf/dxffile.h"
+#include "host/dxf/dxfviews.h"
+
+namespace {
+
+std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
+    return text;
+}
+
+std::wstring upper(std::wstring_view text) {
+    std::wstring out(text);
+    for (wchar_t& c : out) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+    return out;
+}
+
+bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+        return std::toupper(static_cast<unsigned char>(x)) ==
+               std::toupper(static_cast<unsigned char>(y));
+    });
+}
+
+// The header variables that the host's editors reach through acedGetVar and acedSetVar.
+struct HeaderVariable {
+    const wchar_t* name;
+    std::string_view header;
+    short fallback;  // a new drawing's value, for files that do not hold the variable
+};
+
+constexpr HeaderVariable kHeaderVariables[] = {
+    {L"ATTREQ", "$ATTREQ", 1},
+    {L"SNAPMODE", "$SNAPMODE", 0},
+    {L"OSMODE", "$OSMODE", 0},
+};
+
+const HeaderVariable* headerVariable(const std::wstring& name) {
+    const std::wstring key = upper(name);
+    for (const auto& variable : kHeaderVariables) {
+        if (key == variable.name) return &variable;
+    }
+    return nullptr;
+}
+
+std::wstring fileNameText(const std::filesystem::path& path) {
+    const std::string bytes = path.filename().string();
+    try {
+        return path.filename().wstring();
+    } catch (const std::exception&) {
+        return std::wstring(bytes.begin(), bytes.end());
+    }
+}
+
+}  // namespace
+
+DxfDocument::DxfDocument(std::filesystem::path path, DxfTagFile tags, DxfRecords records,
+                         DxfStructure structure)
+    : m_path(std::move(path)),
+      m_tags(std::move(tags)),
+      m_records(std::move(records)),
+      m_structure(std::move(structure)),
+      m_codec({}, {}) {}
+
+DxfDocument::~DxfDocument() = default;
+
+DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::load(std::filesystem::path path,
+                                                          DxfResult<DxfTagFile> tags) {
+    if (!tags.isOk()) return DxfError(tags.errorString());
+    DxfRecords records(tags.value());
+    DxfResult<DxfStructure> structure = DxfStructure::index(tags.value(), records);
+    if (!structure.isOk()) return DxfError(structure.errorString());
+    std::unique_ptr<DxfDocument> document(new DxfDocument(
+        std::move(path), tags.takeValue(), std::move(records), structure.takeValue()));
+    document->indexDrawing();
+    return document;
+}
+
+DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readFile(const std::filesystem::path& path) {
+    try {
+        DxfResult<DxfFileBytes> bytes = readWholeFile(path);
+        if (!bytes.isOk()) return DxfError(bytes.errorString());
+        DxfFileBytes file = bytes.takeValue();
+        return load(path, DxfTagFile::parse(path.string(), std::move(file.data), file.size));
+    } catch (const std::exception& e) {
+        return DxfError(path.string() + ": " + e.what());
+    }
+}
+
+DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readBytes(std::string name,
+                                                               std::string_view bytes) {
+    try {
+        std::filesystem::path path(name);
+        return load(std::move(path), DxfTagFile::parse(name, bytes));
+    } catch (const std::exception& e) {
+        return DxfError(name + ": " + e.what());
+    }
+}
+
+void DxfDocument::indexDrawing() {
+    if (const DxfSection* header = m_structure.section("HEADER"))
+        m_header = DxfHeader(m_tags, m_records, header->begin);
+    m_version = std::string(trimmed(m_header.text(m_tags, "$ACADVER")));
+    m_codec = DxfTextCodec(m_version, trimmed(m_header.text(m_tags, "$DWGCODEPAGE")));
+    m_dialect =
+        DxfDialect::forVersion(m_version, m_header.integer(m_tags, "$HANDLING").value_or(0) != 0);
+    indexBlockTable();
+    if (const DxfTable* styles = m_structure.table("STYLE")) {
+        for (const std::uint32_t entry : styles->entries) {
+            if (const std::string_view name = nameBytes(entry); !name.empty())
+                m_styles.add(entry, m_codec.decode(name));
+        }
+    }
+    indexInserts();
+}
+
+void DxfDocument::indexBlockTable() {
+    const auto& definitions = m_structure.blocks();
+    const DxfTable* table = m_structure.table("BLOCK_RECORD");
+    m_blockRecordTable = table != nullptr;
+    if (table != nullptr) {
+        for (const std::uint32_t entry : table->entries)
+            m_blocks.add(entry, m_codec.decode(nameBytes(entry)));
+        m_blockInfo.resize(m_blocks.size());
+        for (std::size_t i = 0; i < definitions.size(); ++i) {
+            const auto block = m_blocks.find(m_codec.decode(nameBytes(definitions[i].begin)));
+            if (block && !m_blockInfo[*block].definition) m_blockInfo[*block].definition = i;
+        }
+    } else {
+        // R12 keeps no block records: the definitions are the table. Later programs writing R12
+        // name the layout blocks $MODEL_SPACE and $PAPER_SPACE.
+        for (std::size_t i = 0; i < definitions.size(); ++i) {
+            const std::string_view name = nameBytes(definitions[i].begin);
+            const std::wstring shown = equalsIgnoringCase(name, "$MODEL_SPACE") ? L"*Model_Space"
+                                       : equalsIgnoringCase(name, "$PAPER_SPACE")
+                                           ? L"*Paper_Space"
+                                           : m_codec.decode(name);
+            m_blocks.add(definitions[i].begin, shown);
+            m_blockInfo.push_back(BlockInfo{Layout::None, i, {}});
+        }
+    }
+    for (std::size_t i = 0; i < m_blocks.size(); ++i) {
+        BlockInfo& info = m_blockInfo[i];
+        const std::wstring name = upper(m_blocks.name(i));
+        info.layout = name == L"*MODEL_SPACE"             ? Layout::Model
+                      : name == L"*PAPER_SPACE"           ? Layout::Paper
+                      : name.starts_with(L"*PAPER_SPACE") ? Layout::OtherPaper
+                                                          : Layout::None;
+        if (!info.definition) continue;
+        const DxfBlockDefinition& definition = definitions[*info.definition];
+        for (std::uint32_t r = definition.begin + 1; r < definition.end; ++r) {
+            if (recordType(r) == "ATTDEF") info.attributeDefinitions.push_back(r);
+        }
+    }
+}
+
+void DxfDocument::indexInserts() {
+    const DxfSection* entities = m_structure.section("ENTITIES");
+    if (entities == nullptr) return;
+    for (std::uint32_t r = entities->begin + 1; r < entities->end; ++r) {
+        if (recordType(r) != "INSERT") continue;
+        const DxfTagRange tags = m_records.tags(r);
+        const auto space = findTag(m_tags, tags, 67);
+        const bool paper = space && m_tags.integer(tags[*space]).value_or(0) == 1;
+        (paper ? m_paperInserts : m_modelInserts).push_back(r);
+    }
+}
+
+std::string_view DxfDocument::recordType(std::uint32_t record) const {
+    return m_tags.value(m_records.head(record));
+}
+
+std::string_view DxfDocument::nameBytes(std::uint32_t record) const {
+    const DxfTagRange tags = m_records.tags(record);
+    const auto name = findTag(m_tags, tags, 2);
+    return name ? m_tags.value(tags[*name]) : std::string_view();
+}
+
+std::optional<std::uint32_t> DxfDocument::recordOf(AcDbObjectId id) const {
+    if (id.isNull() || id.value() > m_records.count()) return std::nullopt;
+    return static_cast<std::uint32_t>(id.value() - 1);
+}
+
+std::optional<std::size_t> DxfDocument::blockIndex(AcDbObjectId id) const {
+    const auto record = recordOf(id);
+    return record ? m_blocks.findRecord(*record) : std::nullopt;
+}
+
+std::optional<std::uint64_t> DxfDocument::handleOf(std::uint32_t record) const {
+    return ownHandle(m_tags, m_records.tags(record));
+}
+
+const std::wstring& DxfDocument::internedText(std::string_view bytes) const {
+    auto it = m_interned.find(bytes);
+    if (it == m_interned.end())
+        it = m_interned.emplace(std::string(bytes), m_codec.decode(bytes)).first;
+    return it->second;
+}
+
+std::vector<DxfReference> DxfDocument::blockReferences(DxfSpace space) const {
+    const std::vector<std::uint32_t>& inserts =
+        space == DxfSpace::Model ? m_modelInserts : m_paperInserts;
+    std::vector<DxfReference> references;
+    try {
+        references.reserve(inserts.size());
+        for (const std::uint32_t record : inserts) {
+            const DxfInsertView view = readInsert(m_tags, m_records.tags(record));
+            references.push_back(DxfReference{idOf(record), internedText(view.name),
+                                              internedText(view.layer), view.position});
+        }
+    } catch (const std::exception&) {
+        references.clear();
+    }
+    return references;
+}
+
+std::string DxfDocument::toBytes() const {
+    std::string bytes;
+    m_records.write(m_tags, [&bytes](std::string_view piece) { bytes += piece; });
+    return bytes;
+}
+
+DxfStatus DxfDocument::save() { return saveAs(m_path); }
+
+DxfStatus DxfDocument::saveAs(const std::filesystem::path& path) {
+    try {
+        DxfStatus status = writeFileAtomically(
+            path, [this](const DxfSink& sink) { m_records.write(m_tags, sink); });
+        if (status.isOk()) m_path = path;
+        return status;
+    } catch (const std::exception& e) {
+        return DxfError(path.string() + ": " + e.what());
+    }
+}
+
+int DxfDocument::getVar(const std::wstring& name, resbuf& value) const {
+    if (upper(name) == L"DWGNAME") {
+        value = resbuf::stringValue(fileNameText(m_path));
+        return RTNORM;
+    }
+    const HeaderVariable* variable = headerVariable(name);
+    if (variable == nullptr) return RTERROR;
+    short number = variable->fallback;
+    if (const auto it = m_sessionVariables.find(variable->name); it != m_sessionVariables.end()) {
+        number = it->second;
+    } else if (const auto stored = m_header.integer(m_tags, variable->header)) {
+        number = static_cast<short>(*stored);
+    }
+    value = resbuf::shortValue(number);
+    return RTNORM;
+}
+
+int DxfDocument::setVar(const std::wstring& name, const resbuf& value) {
+    const HeaderVariable* variable = headerVariable(name);
+    if (variable == nullptr) return RTERROR;
+    short number = 0;
+    if (value.restype == RTSHORT) {
+        number = value.resval.rint;
+    } else if (value.restype == RTLONG && value.resval.rlong >= -32768 &&
+               value.resval.rlong <= 32767) {
+        number = static_cast<short>(value.resval.rlong);
+    } else {
+        return RTERROR;
+    }
+    try {
+        if (!m_header.valueTag(variable->header) && m_dialect.layouts) {
+            m_sessionVariables[variable->name] = number;
+            return RTNORM;
+        }
+        ensureHeader();
+        m_header.setValue(m_tags, m_records, variable->header, m_tags.appendInteger(70, number));
+        return RTNORM;
+    } catch (const std::exception&) {
+        return RTERROR;
+    }
+}

@@ -1,0 +1,169 @@
+// A drawing read from a DXF file, and the host's working database over it: every tag kept in order
+// and written back byte for byte where nothing changed. Hosts open, save and select through this
+// class; the module sees only AcDbDatabase.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/api/acdbdatabase.h"
+#include "host/dxf/dxfdialect.h"
+#include "host/dxf/dxfheader.h"
+#include "host/dxf/dxfrecords.h"
+#include "host/dxf/dxfresult.h"
+#include "host/dxf/dxfstructure.h"
+#include "host/dxf/dxfsymboltable.h"
+#include "host/dxf/dxftagfile.h"
+#include "host/dxf/dxftextcodec.h"
+
+enum class DxfSpace { Model, Paper };
+
+// A block reference as the editors select it, by window or by layer. The names stay valid while
+// the document lives.
+struct DxfReference {
+    AcDbObjectId id;
+    std::wstring_view blockName;
+    std::wstring_view layer;
+    AcGePoint3d position;
+};
+
+class DxfDocument final : public AcDbDatabase {
+public:
+    static DxfResult<std::unique_ptr<DxfDocument>> readFile(const std::filesystem::path& path);
+    // `name` stands for the file in messages and in DWGNAME.
+    static DxfResult<std::unique_ptr<DxfDocument>> readBytes(std::string name,
+                                                             std::string_view bytes);
+    ~DxfDocument() override;
+    DxfDocument(const DxfDocument&) = delete;
+    DxfDocument& operator=(const DxfDocument&) = delete;
+
+    const std::filesystem::path& path() const { return m_path; }
+    [[nodiscard]] DxfStatus save();
+    [[nodiscard]] DxfStatus saveAs(const std::filesystem::path& path);
+    std::string toBytes() const;
+
+    // $ACADVER as the file has it; empty when it has none (R12 then).
+    std::string_view version() const { return m_version; }
+    bool isBinary() const { return m_tags.format() == DxfFormat::Binary; }
+
+    // Model space, or the active paper space layout: its references in file order.
+    std::vector<DxfReference> blockReferences(DxfSpace space) const;
+
+    // ATTREQ, SNAPMODE, OSMODE (RTSHORT) and DWGNAME (RTSTR, read only): RTNORM, or RTERROR for
+    // other names, other types and DWGNAME. From R2000 on the header no longer holds the first
+    // three; there they live in the session, as in the CAD program.
+    int getVar(const std::wstring& name, resbuf& value) const;
+    int setVar(const std::wstring& name, const resbuf& value);
+
+    // AcDbDatabase
+    std::vector<AcDbObjectId> blockTableRecordIds() const override;
+    Acad::ErrorStatus getBlockTableRecordId(const std::wstring& name,
+                                            AcDbObjectId& id) const override;
+    Acad::ErrorStatus addBlockTableRecord(const std::wstring& name, AcDbObjectId& id) override;
+    Acad::ErrorStatus getBlockTableRecordName(AcDbObjectId record,
+                                              std::wstring& name) const override;
+    Acad::ErrorStatus setBlockTableRecordOrigin(AcDbObjectId record,
+                                                const AcGePoint3d& origin) override;
+    Acad::ErrorStatus appendLine(AcDbObjectId record, const AcDbLine& line,
+                                 AcDbObjectId& id) override;
+    Acad::ErrorStatus appendAttributeDefinition(AcDbObjectId record,
+                                                const AcDbAttributeDefinition& definition,
+                                                AcDbObjectId& id) override;
+    Acad::ErrorStatus getTextStyleId(const std::wstring& name, AcDbObjectId& id) const override;
+    Acad::ErrorStatus addTextStyle(const AcDbTextStyleTableRecord& style,
+                                   AcDbObjectId& id) override;
+    Acad::ErrorStatus openBlockReference(AcDbObjectId entity,
+                                         AcDbBlockReference& reference) const override;
+    Acad::ErrorStatus insertBlockReference(const AcDbBlockReference& reference,
+                                           AcDbObjectId& id) override;
+
+private:
+    enum class Layout : std::uint8_t { None, Model, Paper, OtherPaper };
+    struct BlockInfo {
+        Layout layout = Layout::None;
+        std::optional<std::size_t> definition;            // in m_structure.blocks()
+        std::vector<std::uint32_t> attributeDefinitions;  // ATTDEF records, in order
+    };
+    // Where an entity appended to a block record goes.
+    struct Placement {
+        std::uint32_t anchor;  // written before this record
+        std::optional<std::uint64_t> owner;
+        bool paperSpace;
+    };
+
+    DxfDocument(std::filesystem::path path, DxfTagFile tags, DxfRecords records,
+                DxfStructure structure);
+    static DxfResult<std::unique_ptr<DxfDocument>> load(std::filesystem::path path,
+                                                        DxfResult<DxfTagFile> tags);
+    void indexDrawing();
+    void indexBlockTable();
+    void indexInserts();
+
+    static AcDbObjectId idOf(std::uint32_t record) {
+        return AcDbObjectId(std::uint64_t{record} + 1);
+    }
+    std::optional<std::uint32_t> recordOf(AcDbObjectId id) const;
+    std::optional<std::size_t> blockIndex(AcDbObjectId id) const;
+    std::optional<std::uint64_t> handleOf(std::uint32_t record) const;
+    std::string_view recordType(std::uint32_t record) const;
+    // The bytes of the record's name (its first code 2), empty when it has none.
+    std::string_view nameBytes(std::uint32_t record) const;
+    const std::wstring& internedText(std::string_view bytes) const;
+
+    // Edits.
+    std::optional<std::uint64_t> newHandle();
+    const DxfSection& ensureSection(std::string_view name);
+    DxfTable& ensureTable(std::string_view kind);
+    void ensureHeader();
+    void countTableEntry(DxfTable& table);
+    std::size_t addBlockDefinition(std::wstring_view name,
+                                   std::optional<std::uint64_t> recordHandle);
+    // The block's definition, made now when the file has a record without one.
+    std::size_t definitionOf(std::size_t block);
+    Placement placementIn(std::size_t block);
+    void setBlockFlag(std::size_t definition, std::int64_t flag);
+    std::uint32_t appendEntity(const Placement& placement, std::vector<std::uint32_t> tags);
+    // An attribute as a reference places it: its definition's points, height and angle transformed.
+    struct PlacedAttribute {
+        std::uint32_t definition;
+        AcGePoint3d firstPoint;
+        AcGePoint3d secondPoint;
+        double height;
+        double rotation;  // degrees
+        double widthFactor;
+    };
+    PlacedAttribute placeAttribute(std::uint32_t definition, const AcDbBlockReference& reference,
+                                   const AcGePoint3d& basePoint) const;
+    void insertAttribute(std::uint32_t anchor, const PlacedAttribute& attribute,
+                         std::optional<std::uint64_t> owner);
+
+    std::filesystem::path m_path;
+    DxfTagFile m_tags;
+    DxfRecords m_records;
+    DxfStructure m_structure;
+    DxfHeader m_header;
+    std::string m_version;
+    DxfTextCodec m_codec;
+    DxfDialect m_dialect;
+    bool m_blockRecordTable = false;
+    DxfSymbolTable m_blocks;
+    std::vector<BlockInfo> m_blockInfo;  // parallel to m_blocks
+    DxfSymbolTable m_styles;
+    std::vector<std::uint32_t> m_modelInserts;
+    std::vector<std::uint32_t> m_paperInserts;
+    std::optional<std::uint64_t> m_nextHandle;
+    std::map<std::wstring, short> m_sessionVariables;
+    struct BytesHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view bytes) const noexcept {
+            return std::hash<std::string_view>{}(bytes);
+        }
+    };
+    mutable std::unordered_map<std::string, std::wstring, BytesHash, std::equal_to<>> m_interned;
+};

@@ -1,0 +1,74 @@
+// Records, their edits, and writing them back.
+#include "host/dxf/dxfrecords.h"
+
+#include <algorithm>
+
+DxfRecords::DxfRecords(const DxfTagFile& tags) : m_starts(tags.recordStarts()) {
+    m_starts.push_back(tags.originalTagCount());
+}
+
+DxfTagRange DxfRecords::tags(std::uint32_t record) const {
+    if (record >= originalCount()) return DxfTagRange(m_added[record - originalCount()]);
+    if (const auto it = m_replaced.find(record); it != m_replaced.end())
+        return DxfTagRange(it->second);
+    return DxfTagRange(m_starts[record], m_starts[record + 1] - m_starts[record]);
+}
+
+std::uint32_t DxfRecords::insertBefore(std::uint32_t anchor, std::vector<std::uint32_t> tags) {
+    const std::uint32_t record = count();
+    m_added.push_back(std::move(tags));
+    m_insertedBefore[anchor].push_back(record);
+    return record;
+}
+
+void DxfRecords::replace(std::uint32_t record, std::vector<std::uint32_t> tags) {
+    if (record >= originalCount()) {
+        m_added[record - originalCount()] = std::move(tags);
+        return;
+    }
+    m_replaced[record] = std::move(tags);
+}
+
+std::vector<std::uint32_t> DxfRecords::tagList(std::uint32_t record) const {
+    std::vector<std::uint32_t> list;
+    const DxfTagRange range = tags(record);
+    list.reserve(range.size());
+    for (const std::uint32_t tag : range) list.push_back(tag);
+    return list;
+}
+
+void DxfRecords::writeRecord(const DxfTagFile& tags, std::uint32_t record,
+                             const DxfSink& sink) const {
+    if (const auto it = m_insertedBefore.find(record); it != m_insertedBefore.end()) {
+        for (const std::uint32_t inserted : it->second) writeRecord(tags, inserted, sink);
+    }
+    const bool original = record < originalCount() && !m_replaced.contains(record);
+    if (original) {
+        sink(tags.span(m_starts[record], m_starts[record + 1] - 1));
+        return;
+    }
+    for (const std::uint32_t tag : this->tags(record)) sink(tags.raw(tag));
+}
+
+void DxfRecords::write(const DxfTagFile& tags, const DxfSink& sink) const {
+    sink(tags.prefix());
+    std::vector<std::uint32_t> touched;
+    for (const auto& [record, list] : m_replaced) touched.push_back(record);
+    for (const auto& [record, list] : m_insertedBefore) {
+        if (record < originalCount()) touched.push_back(record);
+    }
+    std::sort(touched.begin(), touched.end());
+    touched.erase(std::unique(touched.begin(), touched.end()), touched.end());
+
+    std::uint32_t next = 0;  // first original record not yet written
+    auto writeUntouched = [&](std::uint32_t end) {
+        if (next < end) sink(tags.span(m_starts[next], m_starts[end] - 1));
+    };
+    for (const std::uint32_t record : touched) {
+        writeUntouched(record);
+        writeRecord(tags, record, sink);
+        next = record + 1;
+    }
+    writeUntouched(originalCount());
+    sink(tags.trailer());
+}

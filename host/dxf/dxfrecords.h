@@ -1,0 +1,76 @@
+// The records of a drawing in writing order: the file's own, each a run of tags from one code-0 tag
+// to the next, plus what edits replaced or added. Unchanged stretches are written as the file's
+// bytes.
+#pragma once
+
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include "host/dxf/dxfsink.h"
+#include "host/dxf/dxftagfile.h"
+
+// The tags of one record: a stretch of the file's tags, or a list an edit made.
+class DxfTagRange {
+public:
+    DxfTagRange(std::uint32_t first, std::uint32_t count) : m_first(first), m_count(count) {}
+    explicit DxfTagRange(const std::vector<std::uint32_t>& list)
+        : m_list(list.data()), m_count(static_cast<std::uint32_t>(list.size())) {}
+
+    std::uint32_t size() const { return m_count; }
+    std::uint32_t operator[](std::uint32_t i) const { return m_list ? m_list[i] : m_first + i; }
+
+    class Iterator {
+    public:
+        Iterator(const DxfTagRange* range, std::uint32_t i) : m_range(range), m_i(i) {}
+        std::uint32_t operator*() const { return (*m_range)[m_i]; }
+        Iterator& operator++() {
+            ++m_i;
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return m_i != other.m_i; }
+
+    private:
+        const DxfTagRange* m_range;
+        std::uint32_t m_i;
+    };
+    Iterator begin() const { return {this, 0}; }
+    Iterator end() const { return {this, m_count}; }
+
+private:
+    const std::uint32_t* m_list = nullptr;
+    std::uint32_t m_first = 0;
+    std::uint32_t m_count = 0;
+};
+
+class DxfRecords {
+public:
+    explicit DxfRecords(const DxfTagFile& tags);
+
+    // Records 0..originalCount()-1 are the file's; added records follow.
+    std::uint32_t count() const {
+        return originalCount() + static_cast<std::uint32_t>(m_added.size());
+    }
+    std::uint32_t originalCount() const { return static_cast<std::uint32_t>(m_starts.size() - 1); }
+    DxfTagRange tags(std::uint32_t record) const;
+    // The record's first tag: its code-0 tag, which names what the record is.
+    std::uint32_t head(std::uint32_t record) const { return tags(record)[0]; }
+
+    // A new record, written just before `anchor` (after what was inserted there before).
+    std::uint32_t insertBefore(std::uint32_t anchor, std::vector<std::uint32_t> tags);
+    // Gives a record new tags; it keeps its place and its number.
+    void replace(std::uint32_t record, std::vector<std::uint32_t> tags);
+    // The tags of a record, as a list to edit and hand back to replace().
+    std::vector<std::uint32_t> tagList(std::uint32_t record) const;
+
+    // The whole drawing in order: the file's prefix, every record, the bytes after "0 EOF".
+    void write(const DxfTagFile& tags, const DxfSink& sink) const;
+
+private:
+    void writeRecord(const DxfTagFile& tags, std::uint32_t record, const DxfSink& sink) const;
+
+    std::vector<std::uint32_t> m_starts;  // first tag of each original record, then the tag count
+    std::vector<std::vector<std::uint32_t>> m_added;
+    std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> m_replaced;
+    std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> m_insertedBefore;
+};

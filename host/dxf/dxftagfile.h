@@ -1,0 +1,110 @@
+// The tags of a DXF file: its bytes in one buffer and, for every tag, where its group code and
+// value lie in them. Tags that edits add are kept one by one, written in the file's own form; views
+// of any tag stay valid while the file lives.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/dxf/dxfresult.h"
+
+enum class DxfFormat : std::uint8_t { Ascii, Binary };
+
+// 12 bytes a tag: a 200 MB drawing holds some 15 million of them.
+struct DxfTag {
+    std::uint32_t valueOffset = 0;
+    std::uint32_t valueLength = 0;
+    std::int16_t code = 0;
+    std::uint8_t headLength = 0;  // bytes before the value: the group code line or field
+    std::uint8_t flags = 0;  // bits 0-1: bytes after the value (line end, zero byte); bit 2: added
+};
+
+class DxfTagFile {
+public:
+    // Splits the bytes into tags up to and including "0 EOF"; what follows is kept as it is. A file
+    // without "0 EOF" is read to its end (reachedEof() tells). `name` leads every message.
+    static DxfResult<DxfTagFile> parse(std::string name, std::unique_ptr<char[]> bytes,
+                                       std::size_t size);
+    static DxfResult<DxfTagFile> parse(std::string name, std::string_view bytes);
+
+    const std::string& name() const { return m_name; }
+    DxfFormat format() const { return m_format; }
+
+    std::uint32_t tagCount() const { return static_cast<std::uint32_t>(m_tags.size()); }
+    std::uint32_t originalTagCount() const { return m_originalTagCount; }
+    std::int16_t code(std::uint32_t tag) const { return m_tags[tag].code; }
+    // The value's bytes: its text in ASCII files, its encoding in binary ones (strings alike).
+    std::string_view value(std::uint32_t tag) const {
+        const DxfTag& t = m_tags[tag];
+        if ((t.flags & kAdded) != 0)
+            return std::string_view(m_added[t.valueOffset]).substr(t.headLength, t.valueLength);
+        return {m_data.get() + t.valueOffset, t.valueLength};
+    }
+    // The whole tag as it stands in the file.
+    std::string_view raw(std::uint32_t tag) const;
+    bool valueIs(std::uint32_t tag, std::string_view text) const { return value(tag) == text; }
+    std::optional<double> real(std::uint32_t tag) const;
+    std::optional<std::int64_t> integer(std::uint32_t tag) const;
+    std::optional<std::uint64_t> handle(std::uint32_t tag) const;
+
+    // The first tag of every record. A record runs from a code-0 tag to the next; the first one
+    // may instead be a prelude of comments.
+    const std::vector<std::uint32_t>& recordStarts() const { return m_recordStarts; }
+    bool reachedEof() const { return m_reachedEof; }
+    // Bytes around the tags: the binary sentinel or a byte-order mark, and what follows "0 EOF".
+    std::string_view prefix() const { return {m_data.get(), m_prefixLength}; }
+    std::string_view trailer() const { return {m_data.get() + m_endOfTags, m_size - m_endOfTags}; }
+    // The bytes of the original tags first..last, which lie one after the other in the file.
+    std::string_view span(std::uint32_t first, std::uint32_t last) const;
+
+    // "plan.dxf:1042" (the group code's line) or "plan.dxf:byte 4711" for binary files.
+    std::string location(std::uint32_t tag) const;
+    std::string valueLocation(std::uint32_t tag) const;
+    std::string endLocation() const;
+
+    // New tags in the file's form: line ends, width of group codes, binary encodings.
+    std::uint32_t appendString(int code, std::string_view bytes);
+    std::uint32_t appendReal(int code, double value);
+    std::uint32_t appendInteger(int code, std::int64_t value);
+    std::uint32_t appendHandle(int code, std::uint64_t value);
+
+private:
+    static constexpr std::uint8_t kTrailerMask = 3;
+    static constexpr std::uint8_t kAdded = 4;
+
+    DxfTagFile(std::string name, std::unique_ptr<char[]> bytes, std::size_t size);
+    DxfStatus scanAscii();
+    DxfStatus scanBinary();
+    // Notes where records start and "0 EOF", and checks each object's own handle.
+    DxfStatus noteTag(std::uint32_t index);
+    void pushTag(std::uint32_t valueOffset, std::size_t valueLength, int code,
+                 std::size_t headLength, std::uint8_t trailer);
+    std::uint32_t appendRaw(int code, std::string_view head, std::string_view value,
+                            std::string_view tail);
+    std::string binaryCode(int code) const;
+    std::string lineLocation(std::uint64_t line) const;
+    std::string byteLocation(std::size_t offset) const;
+
+    std::string m_name;
+    std::unique_ptr<char[]> m_data;
+    std::size_t m_size = 0;
+    std::size_t m_prefixLength = 0;
+    std::size_t m_endOfTags = 0;
+    DxfFormat m_format = DxfFormat::Ascii;
+    bool m_byteCodes = false;  // binary files of R12 write group codes in one byte
+    bool m_reachedEof = false;
+    // An object's own handle (code 5, in DIMSTYLE entries 105) comes before its first subclass
+    // marker; later codes 5 are data of that object, such as a dimension style's arrow block.
+    bool m_beforeSubclass = false;
+    int m_ownHandleCode = 5;
+    std::string m_lineEnd = "\n";
+    std::vector<DxfTag> m_tags;
+    std::uint32_t m_originalTagCount = 0;
+    std::vector<std::uint32_t> m_recordStarts;
+    std::deque<std::string> m_added;  // a deque never moves what it holds
+};

@@ -1,0 +1,123 @@
+// Drawings on disk: read whole, saved atomically with the old file's permissions, and the messages
+// when either fails.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "host/dxf/dxfdocument.h"
+#include "tests/TempFolder.h"
+#include "tests/host/dxf/DxfTestSupport.h"
+
+namespace {
+
+const std::filesystem::path kFixture =
+    std::filesystem::path(TARNWICK_TEST_DATA) / "dxf" / "r12-layouts.dxf";
+
+mode_t modeOf(const std::string& path) {
+    struct stat info {};
+    ::stat(path.c_str(), &info);
+    return info.st_mode & 07777;
+}
+
+std::vector<std::string> filesIn(const TempFolder& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path("")))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+class DxfSave : public ::testing::Test {
+protected:
+    std::unique_ptr<DxfDocument> openCopy(const std::string& name) {
+        m_folder.write(name, readBytes(kFixture));
+        auto read = DxfDocument::readFile(m_folder.path(name));
+        EXPECT_TRUE(read.isOk()) << read.errorString();
+        return read.isOk() ? read.takeValue() : nullptr;
+    }
+
+    TempFolder m_folder;
+};
+
+TEST_F(DxfSave, ReplacesTheFileAndKeepsItsPermissions) {
+    const auto document = openCopy("plan.dxf");
+    ASSERT_TRUE(document);
+    ::chmod(m_folder.path("plan.dxf").c_str(), 0640);
+    AcDbObjectId style;
+    ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
+    const DxfStatus saved = document->save();
+    ASSERT_TRUE(saved.isOk()) << saved.errorString();
+    EXPECT_EQ(m_folder.read("plan.dxf"), document->toBytes());
+    EXPECT_NE(m_folder.read("plan.dxf"), readBytes(kFixture));
+    EXPECT_EQ(modeOf(m_folder.path("plan.dxf")), 0640u);
+    EXPECT_EQ(filesIn(m_folder), std::vector<std::string>{"plan.dxf"});
+}
+
+TEST_F(DxfSave, ANewFileGetsTheModeOfAnyNewFile) {
+    const auto document = openCopy("plan.dxf");
+    ASSERT_TRUE(document);
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    const DxfStatus saved = document->saveAs(m_folder.path("copy.dxf"));
+    ASSERT_TRUE(saved.isOk()) << saved.errorString();
+    EXPECT_EQ(modeOf(m_folder.path("copy.dxf")), 0666u & ~mask);
+    EXPECT_EQ(document->path(), m_folder.path("copy.dxf"));
+    EXPECT_EQ(m_folder.read("copy.dxf"), readBytes(kFixture));
+}
+
+TEST_F(DxfSave, ThroughALinkReplacesTheFileItLeadsTo) {
+    const auto document = openCopy("plan.dxf");
+    ASSERT_TRUE(document);
+    std::filesystem::create_symlink("plan.dxf", m_folder.path("link.dxf"));
+    AcDbObjectId style;
+    ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
+    const DxfStatus saved = document->saveAs(m_folder.path("link.dxf"));
+    ASSERT_TRUE(saved.isOk()) << saved.errorString();
+    EXPECT_TRUE(std::filesystem::is_symlink(m_folder.path("link.dxf")));
+    EXPECT_EQ(m_folder.read("plan.dxf"), document->toBytes());
+}
+
+TEST_F(DxfSave, AFailureLeavesNothingBehind) {
+    const auto document = openCopy("plan.dxf");
+    ASSERT_TRUE(document);
+    const std::string missing = m_folder.path("no/such/folder/plan.dxf");
+    DxfStatus saved = document->saveAs(missing);
+    ASSERT_FALSE(saved.isOk());
+    EXPECT_EQ(saved.errorString(),
+              missing + ": cannot create a temporary file beside it: No such file or directory");
+
+    std::filesystem::create_directory(m_folder.path("folder.dxf"));
+    saved = document->saveAs(m_folder.path("folder.dxf"));
+    ASSERT_FALSE(saved.isOk());
+    EXPECT_EQ(saved.errorString(),
+              m_folder.path("folder.dxf") + ": cannot replace the file: Is a directory");
+    EXPECT_EQ(filesIn(m_folder), (std::vector<std::string>{"folder.dxf", "plan.dxf"}));
+    EXPECT_EQ(document->path(), m_folder.path("plan.dxf"));
+}
+
+TEST_F(DxfSave, ReadingNamesTheFileAndWhatWentWrong) {
+    auto missing = DxfDocument::readFile(m_folder.path("none.dxf"));
+    ASSERT_FALSE(missing.isOk());
+    EXPECT_EQ(missing.errorString(),
+              m_folder.path("none.dxf") + ": cannot open the file: No such file or directory");
+
+    std::filesystem::create_directory(m_folder.path("folder.dxf"));
+    auto folder = DxfDocument::readFile(m_folder.path("folder.dxf"));
+    ASSERT_FALSE(folder.isOk());
+    EXPECT_EQ(folder.errorString(), m_folder.path("folder.dxf") + ": not a regular file");
+
+    // Cut after line 27, the group code of the TABLES section's name; then inside that name.
+    const std::string bytes = readBytes(kFixture);
+    m_folder.write("cut.dxf", bytes.substr(0, bytes.find("TABLES")));
+    auto cut = DxfDocument::readFile(m_folder.path("cut.dxf"));
+    ASSERT_FALSE(cut.isOk());
+    EXPECT_EQ(cut.errorString(),
+              m_folder.path("cut.dxf") +
+                  ":28: expected the value of group code 2, found the end of the file");
+    m_folder.write("cut.dxf", bytes.substr(0, bytes.find("TABLES") + 2));
+    cut = DxfDocument::readFile(m_folder.path("cut.dxf"));
+    ASSERT_FALSE(cut.isOk());
+    EXPECT_EQ(cut.errorString(),
+              m_folder.path("cut.dxf") + ":29: expected \"0 ENDSEC\", found the end of the file");
+}
+
+}  // namespace
