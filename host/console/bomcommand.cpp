@@ -129,7 +129,10 @@ int drawTable(DrawingSession& session, const BomRequest& request, const Displaye
     if (InsertTableBlock(blockName.c_str(), *request.tableCorner, request.scale) != RTNORM)
         return fail(request.drawing, "the table block could not be inserted");
     const DxfStatus saved = session.document().saveAs(request.output);
-    if (!saved.isOk()) return fail(request.output, saved.errorString());
+    if (!saved.isOk()) {
+        std::fprintf(stderr, "%s\n", saved.errorString().c_str());
+        return kExitFailure;
+    }
     std::fprintf(stderr, "%s: table %s inserted\n", request.output.c_str(),
                  NativePath(blockName).c_str());
     return kExitOk;
@@ -155,19 +158,23 @@ int runBomCommand(const std::vector<std::string>& arguments) {
     if (!calculation.CountSelection()) return kExitFailure;
     const DisplayedResults shown = FillFromResults(calculation.Results(), request->onlyPriced);
 
-    if (request->json) {
-        printJson(calculation.Results(), shown, request->onlyPriced);
-    } else {
-        printReport(shown, request->showPrices, calculation.PriceListFormat());
+    // Files first: when one cannot be written, the error line is all the user gets.
+    if (request->tableCorner) {
+        if (const int status = drawTable(*session, *request, shown); status != kExitOk) return status;
     }
     if (request->report) {
-        const std::wstring drawingName = WidePath(std::filesystem::path(request->drawing).filename().string());
+        const std::wstring drawingName =
+            WidePath(std::filesystem::path(request->drawing).filename().string());
         const std::wstring reportPath = request->report->empty()
                                             ? ProposeReportName(pricesPath, drawingName)
                                             : WidePath(*request->report);
         if (!WriteReport(shown.rows, request->showPrices, reportPath, calculation.PriceListFormat()))
             return kExitFailure;
     }
-    if (request->tableCorner) return drawTable(*session, *request, shown);
+    if (request->json) {
+        printJson(calculation.Results(), shown, request->onlyPriced);
+    } else {
+        printReport(shown, request->showPrices, calculation.PriceListFormat());
+    }
     return kExitOk;
 }

@@ -1,0 +1,201 @@
+// `tarnwick bom` run as a user runs it: on the example, its output, the files it writes, and its errors.
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "tests/RunProcess.h"
+#include "tests/TempFolder.h"
+
+namespace {
+
+const std::string kTarnwick = TARNWICK_EXECUTABLE;
+const std::string kExamples = std::string(TARNWICK_SOURCE_DIR) + "/examples";
+const std::string kChecker = std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/check_drawing.py";
+
+const char* const kExampleReport =
+    "Block name Item Price   Quantity          Description      Total\n"
+    "      door     450.00          4  Interior door 90 cm    1800.00\n"
+    "    window     620.00         10 Double-glazed window 120 cm    6200.00\n"
+    "      desk     380.00          7 Office desk 160 x 80    2660.00\n"
+    "     chair     145.00         13         Swivel chair    1885.00\n"
+    "   cabinet     210.00          6 Filing cabinet, 4 drawers    1260.00\n"
+    "      sofa     890.00          0        Two-seat sofa       0.00\n"
+    "meeting_table       0.00          1                            0.00\n"
+    "     plant       0.00          4                            0.00\n"
+    "north_arrow       0.00          1                            0.00\n"
+    "  Summary:                                              13805.00\n";
+
+class ConsoleBomTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (const char* name : {"floorplan.dxf", "prices.prc"})
+            std::filesystem::copy_file(kExamples + "/" + name, m_folder.path(name));
+    }
+
+    ProcessResult bom(std::vector<std::string> extra) {
+        std::vector<std::string> args{"bom", m_folder.path("floorplan.dxf"), "--prices",
+                                      m_folder.path("prices.prc")};
+        args.insert(args.end(), extra.begin(), extra.end());
+        return runProcess(kTarnwick, args);
+    }
+
+    ProcessResult checkDrawing(const std::string& name, std::vector<std::string> expectation) {
+        std::vector<std::string> args{kChecker, m_folder.path(name)};
+        args.insert(args.end(), expectation.begin(), expectation.end());
+        return runProcess("/usr/bin/python3", args);
+    }
+
+    TempFolder m_folder;
+};
+
+TEST_F(ConsoleBomTest, PrintsTheReportOfTheExample) {
+    const ProcessResult result = bom({});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out, kExampleReport);
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(ConsoleBomTest, JsonHoldsTheGridsRowsAsNumbers) {
+    const ProcessResult result = bom({"--json", "--only-priced", "--layer", "furniture"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out,
+              "{\n"
+              "  \"rows\": [\n"
+              "    {\n"
+              "      \"name\": \"desk\",\n"
+              "      \"price\": 380.0,\n"
+              "      \"quantity\": 7,\n"
+              "      \"description\": \"Office desk 160 x 80\",\n"
+              "      \"total\": 2660.0\n"
+              "    },\n"
+              "    {\n"
+              "      \"name\": \"chair\",\n"
+              "      \"price\": 145.0,\n"
+              "      \"quantity\": 13,\n"
+              "      \"description\": \"Swivel chair\",\n"
+              "      \"total\": 1885.0\n"
+              "    },\n"
+              "    {\n"
+              "      \"name\": \"cabinet\",\n"
+              "      \"price\": 210.0,\n"
+              "      \"quantity\": 6,\n"
+              "      \"description\": \"Filing cabinet, 4 drawers\",\n"
+              "      \"total\": 1260.0\n"
+              "    }\n"
+              "  ],\n"
+              "  \"total\": 5805.0\n"
+              "}\n");
+}
+
+TEST_F(ConsoleBomTest, AWindowSelectsByInsertionPoint) {
+    // The meeting room: its table, six chairs, a plant, a window, and its door on the window's edge.
+    const ProcessResult result = bom({"--window", "20,6,12,12", "--hide-prices"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out,
+              "Block name   Quantity          Description\n"
+              "      door          1  Interior door 90 cm\n"
+              "    window          1 Double-glazed window 120 cm\n"
+              "      desk          0 Office desk 160 x 80\n"
+              "     chair          6         Swivel chair\n"
+              "   cabinet          0 Filing cabinet, 4 drawers\n"
+              "      sofa          0        Two-seat sofa\n"
+              "meeting_table          1                     \n"
+              "     plant          1                     \n");
+}
+
+TEST_F(ConsoleBomTest, WritesTheReportUnderTheProposedName) {
+    const ProcessResult result = bom({"--report"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(m_folder.read("prices-floorplan.txt"), kExampleReport);
+    ASSERT_EQ(bom({"--report", m_folder.path("named.txt"), "--hide-prices"}).exitCode, 0);
+    EXPECT_EQ(m_folder.read("named.txt").substr(0, 43), "Block name   Quantity          Description\n");
+}
+
+TEST_F(ConsoleBomTest, DrawsTheTableIntoACopyAndASecondRunNumbersOn) {
+    const std::string original = m_folder.read("floorplan.dxf");
+    ProcessResult result = bom({"--table-at", "21,9", "--scale", "0.2"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(m_folder.read("floorplan.dxf"), original);
+    result = checkDrawing("floorplan-bom.dxf", {"QTB0001", "--", "QTB0001", "21", "9", "0.2"});
+    EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
+
+    result = runProcess(kTarnwick, {"bom", m_folder.path("floorplan-bom.dxf"), "--prices",
+                                    m_folder.path("prices.prc"), "--table-at", "-10,12", "-o",
+                                    m_folder.path("second.dxf")});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    result = checkDrawing("second.dxf", {"QTB0001", "QTB0002", "--", "QTB0001", "21", "9", "0.2",
+                                         "QTB0002", "-10", "12", "1"});
+    EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
+}
+
+struct ErrorCase {
+    const char* what;
+    std::vector<std::string> args;  // "@" stands for the test's folder
+    int exitCode;
+    std::string firstWords;  // how the single error line starts, "@" again the folder
+};
+
+class ConsoleErrors : public ConsoleBomTest, public ::testing::WithParamInterface<ErrorCase> {
+protected:
+    std::string expand(std::string text) {
+        for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@'))
+            text.replace(at, 1, m_folder.path(""));
+        return text;
+    }
+};
+
+TEST_P(ConsoleErrors, GiveOneLineAndLeaveTheInputAlone) {
+    m_folder.write("corrupt.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nnot a number\n");
+    const std::string original = m_folder.read("floorplan.dxf");
+    std::vector<std::string> args;
+    for (const auto& arg : GetParam().args) args.push_back(expand(arg));
+    const ProcessResult result = runProcess(kTarnwick, args);
+    EXPECT_EQ(result.exitCode, GetParam().exitCode);
+    EXPECT_TRUE(result.err.starts_with(expand(GetParam().firstWords))) << result.err;
+    if (GetParam().exitCode == 1) {
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    }
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(m_folder.read("floorplan.dxf"), original);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, ConsoleErrors,
+    ::testing::Values(
+        ErrorCase{"missing drawing", {"bom", "@none.dxf", "--prices", "@prices.prc"}, 1,
+                  "@none.dxf: no such file or directory"},
+        ErrorCase{"missing list", {"bom", "@floorplan.dxf", "--prices", "@none.prc"}, 1,
+                  "@none.prc: no such file or directory"},
+        ErrorCase{"corrupt drawing", {"bom", "@corrupt.dxf", "--prices", "@prices.prc"}, 1,
+                  "@corrupt.dxf:8: "},
+        ErrorCase{"unwritable output",
+                  {"bom", "@floorplan.dxf", "--prices", "@prices.prc", "--table-at", "0,0", "-o",
+                   "@missing/out.dxf"},
+                  1, "@missing/out.dxf: "},
+        ErrorCase{"unknown option", {"bom", "@floorplan.dxf", "--price", "x"}, 2, "tarnwick: unknown option --price"},
+        ErrorCase{"no list", {"bom", "@floorplan.dxf"}, 2, "tarnwick: bom needs --prices LIST"},
+        ErrorCase{"bad corner", {"bom", "@floorplan.dxf", "--prices", "@prices.prc", "--table-at", "1;2"}, 2,
+                  "tarnwick: --table-at wants X,Y"}),
+    [](const ::testing::TestParamInfo<ErrorCase>& info) {
+        std::string name = info.param.what;
+        for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+        return name;
+    });
+
+TEST(ConsoleUsage, HelpAndVersionExitZeroAndNothingExitsTwo) {
+    ProcessResult result = runProcess(kTarnwick, {"--help"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_TRUE(result.out.starts_with("Usage: tarnwick COMMAND")) << result.out;
+    result = runProcess(kTarnwick, {"--version"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_TRUE(result.out.starts_with("tarnwick ")) << result.out;
+    result = runProcess(kTarnwick, {});
+    EXPECT_EQ(result.exitCode, 2);
+    result = runProcess(kTarnwick, {"frobnicate"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_TRUE(result.err.starts_with("tarnwick: unknown command \"frobnicate\"")) << result.err;
+}
+
+}  // namespace
