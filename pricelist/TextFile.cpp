@@ -119,6 +119,18 @@ void EncodeLocaleChar(std::string& out, wchar_t c) {
     }
 }
 
+// Only a file whose every line feed follows a carriage return is read as CR LF: then writing "\r\n"
+// for each "\n" gives its bytes back. Mixed files keep their carriage returns as characters.
+bool EndsAllLinesWithCrLf(const std::wstring& text) {
+    std::size_t lineFeeds = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != L'\n') continue;
+        if (i == 0 || text[i - 1] != L'\r') return false;
+        ++lineFeeds;
+    }
+    return lineFeeds > 0;
+}
+
 std::wstring ToLineFeeds(std::wstring text) {
     std::wstring out;
     out.reserve(text.size());
@@ -161,8 +173,8 @@ std::wstring DecodeText(std::string_view bytes, TextFormat& format) {
     if (bytes.starts_with(kUtf8Bom)) {
         if (auto text = DecodeUtf8(bytes.substr(kUtf8Bom.size()))) {
             format.byteOrderMark = true;
-            format.crlf = text->find(L"\r\n") != std::wstring::npos;
-            return ToLineFeeds(std::move(*text));
+            format.crlf = EndsAllLinesWithCrLf(*text);
+            return format.crlf ? ToLineFeeds(std::move(*text)) : std::move(*text);
         }
     }
     auto text = LocaleIsUtf8() ? DecodeUtf8(bytes) : DecodeMultibyte(bytes);
@@ -170,8 +182,8 @@ std::wstring DecodeText(std::string_view bytes, TextFormat& format) {
         format.encoding = TextEncoding::Bytes;
         text = DecodeBytes(bytes);
     }
-    format.crlf = text->find(L"\r\n") != std::wstring::npos;
-    return ToLineFeeds(std::move(*text));
+    format.crlf = EndsAllLinesWithCrLf(*text);
+    return format.crlf ? ToLineFeeds(std::move(*text)) : std::move(*text);
 }
 
 std::string EncodeText(std::wstring_view text, const TextFormat& format) {

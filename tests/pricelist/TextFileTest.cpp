@@ -44,6 +44,14 @@ TEST(TextFormats, ByteOrderMarkAndLineEndsAreKept) {
     EXPECT_EQ(EncodeText(L"Door|10|x\nA|1|\n", format), bytes);
 }
 
+TEST(TextFormats, MixedLineEndsKeepTheirCarriageReturns) {
+    const std::string bytes = "a|1|x\r\nb|2|y\n";
+    TextFormat format;
+    EXPECT_EQ(DecodeText(bytes, format), L"a|1|x\r\nb|2|y\n");
+    EXPECT_FALSE(format.crlf);
+    EXPECT_EQ(EncodeText(L"a|1|x\r\nb|2|y\n", format), bytes);
+}
+
 TEST(TextFormats, CharactersBeyondOneByteKeepTheirUtf8FormInAByteFile) {
     const TextFormat bytes{TextEncoding::Bytes, false, false};
     EXPECT_EQ(EncodeText(L"\u00e9|\u05d0", bytes), "\xe9|\xd7\x90");
