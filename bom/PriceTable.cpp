@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cwchar>
 
 #include "host/api/acededitor.h"
 #include "inventory/WideText.h"
