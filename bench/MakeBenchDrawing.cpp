@@ -56,10 +56,24 @@ constexpr std::uint64_t kModelSpace = 0x1F;
 constexpr std::uint64_t kPaperSpace = 0x1E;
 constexpr const char* kLayers[] = {"0", "WALLS", "DOORS", "FURNITURE", "ELECTRICAL"};
 
+// The block records: the two layouts first, then the named blocks. Handles of the named ones come
+// from the writer's counter, like every handle that is not one of the fixed table handles.
+std::vector<std::uint64_t> recordHandles(Writer& w, int names) {
+    std::vector<std::uint64_t> handles{kModelSpace, kPaperSpace};
+    for (int i = 0; i < names; ++i) handles.push_back(w.newHandle());
+    return handles;
+}
+
 std::string blockName(int i) {
     char buffer[32];
     std::snprintf(buffer, sizeof buffer, "PART-%03d", i);
     return buffer;
+}
+
+std::string recordName(std::size_t record) {
+    if (record == 0) return "*Model_Space";
+    if (record == 1) return "*Paper_Space";
+    return blockName(static_cast<int>(record - 2));
 }
 
 void entityHead(Writer& w, const char* type, std::uint64_t owner, const char* layer,
@@ -72,7 +86,7 @@ void entityHead(Writer& w, const char* type, std::uint64_t owner, const char* la
     w.tag(100, subclass);
 }
 
-void tables(Writer& w, int names) {
+void tables(Writer& w, const std::vector<std::uint64_t>& records) {
     w.tag(0, "SECTION");
     w.tag(2, "TABLES");
     w.tag(0, "TABLE");
@@ -98,17 +112,14 @@ void tables(Writer& w, int names) {
     w.handle(5, 1);
     w.handle(330, 0);
     w.tag(100, "AcDbSymbolTable");
-    w.integer(70, names + 2);
-    for (int i = -2; i < names; ++i) {
-        const std::uint64_t record = i == -2 ? kModelSpace : i == -1 ? kPaperSpace : 0x1000 + 4 * i;
+    w.integer(70, static_cast<int>(records.size()));
+    for (std::size_t i = 0; i < records.size(); ++i) {
         w.tag(0, "BLOCK_RECORD");
-        w.handle(5, record);
+        w.handle(5, records[i]);
         w.handle(330, 1);
         w.tag(100, "AcDbSymbolTableRecord");
         w.tag(100, "AcDbBlockTableRecord");
-        w.tag(2, i == -2   ? std::string("*Model_Space")
-                 : i == -1 ? std::string("*Paper_Space")
-                           : blockName(i));
+        w.tag(2, recordName(i));
         w.handle(340, 0);
         w.integer(70, 0);
         w.integer(280, 1);
@@ -118,15 +129,14 @@ void tables(Writer& w, int names) {
     w.tag(0, "ENDSEC");
 }
 
-void blocks(Writer& w, int names) {
+void blocks(Writer& w, const std::vector<std::uint64_t>& records) {
     w.tag(0, "SECTION");
     w.tag(2, "BLOCKS");
-    for (int i = -2; i < names; ++i) {
-        const std::uint64_t record = i == -2 ? kModelSpace : i == -1 ? kPaperSpace : 0x1000 + 4 * i;
-        const std::string name = i == -2 ? "*Model_Space" : i == -1 ? "*Paper_Space" : blockName(i);
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        const std::string name = recordName(i);
         w.tag(0, "BLOCK");
-        w.handle(5, record + 1);
-        w.handle(330, record);
+        w.handle(5, w.newHandle());
+        w.handle(330, records[i]);
         w.tag(100, "AcDbEntity");
         w.tag(8, "0");
         w.tag(100, "AcDbBlockBegin");
@@ -137,18 +147,18 @@ void blocks(Writer& w, int names) {
         w.real(30, 0.0);
         w.tag(3, name);
         w.tag(1, "");
-        if (i >= 0) {
-            entityHead(w, "LINE", record, "0", "AcDbLine");
+        if (i >= 2) {
+            entityHead(w, "LINE", records[i], "0", "AcDbLine");
             w.real(10, 0.0);
             w.real(20, 0.0);
             w.real(30, 0.0);
-            w.real(11, 10.0 + i);
+            w.real(11, 10.0 + static_cast<double>(i));
             w.real(21, 5.0);
             w.real(31, 0.0);
         }
         w.tag(0, "ENDBLK");
-        w.handle(5, record + 2);
-        w.handle(330, record);
+        w.handle(5, w.newHandle());
+        w.handle(330, records[i]);
         w.tag(100, "AcDbEntity");
         w.tag(8, "0");
         w.tag(100, "AcDbBlockEnd");
@@ -251,12 +261,15 @@ int main(int argc, char** argv) {
     std::vector<char> buffer(1 << 22);
     std::setvbuf(file.get(), buffer.data(), _IOFBF, buffer.size());
     Writer w(file.get());
-    // Handles taken: one a layer, one a block's line, one a reference, one every fourth reference.
-    const std::uint64_t seed = w.seed() + std::size(kLayers) + static_cast<std::uint64_t>(names) +
+    // Handles taken: a layer one each; a block record, its BLOCK, ENDBLK and line four each, the
+    // two layouts' BLOCK and ENDBLK two each; a reference one, and every fourth one more.
+    const auto blockCount = static_cast<std::uint64_t>(names);
+    const std::uint64_t seed = w.seed() + std::size(kLayers) + 4 * blockCount + 4 +
                                static_cast<std::uint64_t>(references + references / 4);
     header(w, seed);
-    tables(w, names);
-    blocks(w, names);
+    const std::vector<std::uint64_t> records = recordHandles(w, names);
+    tables(w, records);
+    blocks(w, records);
     entities(w, references, names);
     objects(w);
     w.tag(0, "EOF");
