@@ -73,22 +73,67 @@ const char* typeWanted(DxfValueType type) {
     return nullptr;
 }
 
-bool hasType(DxfValueType type, std::string_view value) {
+bool isNumeric(DxfValueType type) {
     switch (type) {
         case DxfValueType::Double:
-            return isDxfReal(value);
         case DxfValueType::Int16:
         case DxfValueType::Int32:
         case DxfValueType::Int64:
         case DxfValueType::Bool:
-            return isDxfInteger(value);
-        case DxfValueType::Chunk:
-            return isDxfHex(value);
+            return true;
         case DxfValueType::String:
         case DxfValueType::Handle:
+        case DxfValueType::Chunk:
             break;
     }
-    return true;
+    return false;
+}
+
+bool isDigit(char c) { return static_cast<unsigned char>(c - '0') <= 9; }
+
+// Coordinates run to sixteen digits; eight are checked at once (each byte's high half 3 and its
+// low half at most 9, which adding 6 does not carry into the high half).
+const char* skipDigits(const char* p, const char* end) {
+    constexpr std::uint64_t kHighHalves = 0xF0F0F0F0F0F0F0F0ull;
+    while (end - p >= 8) {
+        std::uint64_t word;
+        std::memcpy(&word, p, sizeof word);
+        const std::uint64_t highs =
+            (word & kHighHalves) | (((word + 0x0606060606060606ull) & kHighHalves) >> 4);
+        if (highs != 0x3333333333333333ull) break;
+        p += 8;
+    }
+    while (p < end && isDigit(*p)) ++p;
+    return p;
+}
+
+// Checks a number line while looking for its end, so that numbers (half of all values) are read
+// once: the '\n' (or the end of the file) after the number, or nullptr when the line is no number.
+const char* numberLineEnd(const char* p, const char* end, bool real) {
+    while (p < end && isBlank(*p)) ++p;
+    if (p < end && (*p == '+' || *p == '-')) ++p;
+    const char* digitsStart = p;
+    p = skipDigits(p, end);
+    std::ptrdiff_t digits = p - digitsStart;
+    if (real) {
+        if (p < end && *p == '.') {
+            const char* fraction = ++p;
+            p = skipDigits(p, end);
+            digits += p - fraction;
+        }
+        if (digits > 0 && p < end && (*p == 'e' || *p == 'E')) {
+            ++p;
+            if (p < end && (*p == '+' || *p == '-')) ++p;
+            const char* exponent = p;
+            while (p < end && isDigit(*p)) ++p;
+            if (p == exponent) return nullptr;
+        }
+    }
+    if (digits == 0) return nullptr;
+    while (p < end && isBlank(*p)) ++p;
+    if (p < end && *p == '\r') ++p;
+    if (p < end && *p != '\n') return nullptr;
+    return p;
 }
 
 }  // namespace
@@ -111,7 +156,14 @@ DxfStatus DxfTagFile::scanAscii() {
             return DxfError(lineLocation(2ull * index + 2) + ": expected the value of group code " +
                             std::to_string(code) + ", found the end of the file");
         const char* const valueStart = p + 1;
-        const char* const newline = findNewline(valueStart, end);
+        const DxfValueType type = dxfValueType(code);
+        const char* const newline =
+            isNumeric(type) ? numberLineEnd(valueStart, end, type == DxfValueType::Double)
+                            : findNewline(valueStart, end);
+        if (newline == nullptr)
+            return DxfError(lineLocation(2ull * index + 2) + ": expected " + typeWanted(type) +
+                            " for group code " + std::to_string(code) + ", found " +
+                            dxfQuoted(lineAt(valueStart, end)));
         const char* valueEnd = newline;
         std::uint8_t trailer = newline < end ? 1 : 0;
         if (trailer == 1 && valueEnd > valueStart && valueEnd[-1] == '\r') {
@@ -122,15 +174,15 @@ DxfStatus DxfTagFile::scanAscii() {
         if (valueStart - tagStart > 255)
             return DxfError(lineLocation(2ull * index + 1) + ": expected a group code, found " +
                             dxfQuoted(lineAt(tagStart, end)));
-        const DxfValueType type = dxfValueType(code);
-        if (!hasType(type, value))
+        if (type == DxfValueType::Chunk && !isDxfHex(value))
             return DxfError(lineLocation(2ull * index + 2) + ": expected " + typeWanted(type) +
                             " for group code " + std::to_string(code) + ", found " +
                             dxfQuoted(value));
-        pushTag(static_cast<std::uint32_t>(valueStart - data), value.size(), code,
+        pushTag(static_cast<std::size_t>(valueStart - data), code,
                 static_cast<std::size_t>(valueStart - tagStart), trailer);
         p = newline < end ? newline + 1 : end;
-        if (DxfStatus status = noteTag(index); !status.isOk()) return status;
+        if (!needsNote(code, index)) continue;
+        if (DxfStatus status = noteTag(index, value); !status.isOk()) return status;
         if (m_reachedEof) break;
     }
     m_endOfTags = static_cast<std::size_t>(p - data);

@@ -73,9 +73,11 @@ DxfStatus DxfTagFile::scanBinary() {
             valueLength = static_cast<std::size_t>(static_cast<const char*>(zero) - (data + p));
             trailer = 1;
         }
-        pushTag(static_cast<std::uint32_t>(p), valueLength, code, p - tagStart, trailer);
+        pushTag(p, code, p - tagStart, trailer);
+        const std::string_view value(data + p, valueLength);
         p += valueLength + trailer;
-        if (DxfStatus status = noteTag(tagCount() - 1); !status.isOk()) return status;
+        if (!needsNote(code, tagCount() - 1)) continue;
+        if (DxfStatus status = noteTag(tagCount() - 1, value); !status.isOk()) return status;
         if (m_reachedEof) break;
     }
     m_endOfTags = p;

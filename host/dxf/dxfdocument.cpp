@@ -155,7 +155,8 @@ void DxfDocument::indexBlockTable() {
         if (!info.definition) continue;
         const DxfBlockDefinition& definition = definitions[*info.definition];
         for (std::uint32_t r = definition.begin + 1; r < definition.end; ++r) {
-            if (recordType(r) == "ATTDEF") info.attributeDefinitions.push_back(r);
+            if (m_records.kind(r) == DxfRecordKind::AttributeDefinition)
+                info.attributeDefinitions.push_back(r);
         }
     }
 }
@@ -164,16 +165,12 @@ void DxfDocument::indexInserts() {
     const DxfSection* entities = m_structure.section("ENTITIES");
     if (entities == nullptr) return;
     for (std::uint32_t r = entities->begin + 1; r < entities->end; ++r) {
-        if (recordType(r) != "INSERT") continue;
+        if (m_records.kind(r) != DxfRecordKind::Insert) continue;
         const DxfTagRange tags = m_records.tags(r);
         const auto space = findTag(m_tags, tags, 67);
         const bool paper = space && m_tags.integer(tags[*space]).value_or(0) == 1;
         (paper ? m_paperInserts : m_modelInserts).push_back(r);
     }
-}
-
-std::string_view DxfDocument::recordType(std::uint32_t record) const {
-    return m_tags.value(m_records.head(record));
 }
 
 std::string_view DxfDocument::nameBytes(std::uint32_t record) const {

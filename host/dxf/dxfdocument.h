@@ -111,7 +111,6 @@ private:
     std::optional<std::uint32_t> recordOf(AcDbObjectId id) const;
     std::optional<std::size_t> blockIndex(AcDbObjectId id) const;
     std::optional<std::uint64_t> handleOf(std::uint32_t record) const;
-    std::string_view recordType(std::uint32_t record) const;
     // The bytes of the record's name (its first code 2), empty when it has none.
     std::string_view nameBytes(std::uint32_t record) const;
     const std::wstring& internedText(std::string_view bytes) const;

@@ -79,8 +79,9 @@ const DxfSection& DxfDocument::ensureSection(std::string_view name) {
         }
     }
     const std::uint32_t begin = m_records.insertBefore(
-        anchor, {m_tags.appendString(0, "SECTION"), m_tags.appendString(2, name)});
-    const std::uint32_t end = m_records.insertBefore(anchor, {m_tags.appendString(0, "ENDSEC")});
+        m_tags, anchor, {m_tags.appendString(0, "SECTION"), m_tags.appendString(2, name)});
+    const std::uint32_t end =
+        m_records.insertBefore(m_tags, anchor, {m_tags.appendString(0, "ENDSEC")});
     m_structure.addSection(DxfSection{std::string(name), begin, end});
     return *m_structure.section(name);
 }
@@ -90,8 +91,9 @@ DxfTable& DxfDocument::ensureTable(std::string_view kind) {
     const std::uint32_t anchor = ensureSection("TABLES").end;
     DxfRecordBuilder head(m_tags, m_dialect, "TABLE");
     head.text(2, kind).handle(newHandle()).owner(0).subclass("AcDbSymbolTable").integer(70, 0);
-    const std::uint32_t begin = m_records.insertBefore(anchor, head.take());
-    const std::uint32_t end = m_records.insertBefore(anchor, {m_tags.appendString(0, "ENDTAB")});
+    const std::uint32_t begin = m_records.insertBefore(m_tags, anchor, head.take());
+    const std::uint32_t end =
+        m_records.insertBefore(m_tags, anchor, {m_tags.appendString(0, "ENDTAB")});
     m_structure.addTable(DxfTable{std::string(kind), begin, end, {}});
     return *m_structure.table(kind);
 }
@@ -116,14 +118,14 @@ std::size_t DxfDocument::addBlockDefinition(std::wstring_view name,
         .point(10, {})
         .text(3, bytes)
         .text(1, "");
-    const std::uint32_t beginRecord = m_records.insertBefore(anchor, begin.take());
+    const std::uint32_t beginRecord = m_records.insertBefore(m_tags, anchor, begin.take());
     DxfRecordBuilder end(m_tags, m_dialect, "ENDBLK");
     end.handle(newHandle())
         .owner(recordHandle)
         .subclass("AcDbEntity")
         .text(8, "0")
         .subclass("AcDbBlockEnd");
-    const std::uint32_t endRecord = m_records.insertBefore(anchor, end.take());
+    const std::uint32_t endRecord = m_records.insertBefore(m_tags, anchor, end.take());
     m_structure.blocks().push_back(DxfBlockDefinition{beginRecord, endRecord});
     return m_structure.blocks().size() - 1;
 }
@@ -169,7 +171,7 @@ void DxfDocument::setBlockFlag(std::size_t definition, std::int64_t flag) {
 
 std::uint32_t DxfDocument::appendEntity(const Placement& placement,
                                         std::vector<std::uint32_t> tags) {
-    return m_records.insertBefore(placement.anchor, std::move(tags));
+    return m_records.insertBefore(m_tags, placement.anchor, std::move(tags));
 }
 
 std::vector<AcDbObjectId> DxfDocument::blockTableRecordIds() const {
@@ -213,7 +215,7 @@ Acad::ErrorStatus DxfDocument::addBlockTableRecord(const std::wstring& name, AcD
         entry.when(m_dialect.layouts, [](DxfRecordBuilder& b) { b.text(340, "0"); });
         entry.when(m_dialect.blockUnits,
                    [](DxfRecordBuilder& b) { b.integer(70, 0).integer(280, 1).integer(281, 0); });
-        const std::uint32_t record = m_records.insertBefore(table.end, entry.take());
+        const std::uint32_t record = m_records.insertBefore(m_tags, table.end, entry.take());
         table.entries.push_back(record);
         countTableEntry(table);
         m_blocks.add(record, name);
@@ -342,7 +344,7 @@ Acad::ErrorStatus DxfDocument::addTextStyle(const AcDbTextStyleTableRecord& styl
         b.subclass("AcDbTextStyleTableRecord").text(2, m_codec.encode(style.name)).integer(70, 0);
         b.real(40, 0.0).real(41, 1.0).real(50, 0.0).integer(71, 0).real(42, 2.5);
         b.text(3, m_codec.encode(style.fileName)).text(4, "");
-        const std::uint32_t record = m_records.insertBefore(table.end, b.take());
+        const std::uint32_t record = m_records.insertBefore(m_tags, table.end, b.take());
         table.entries.push_back(record);
         countTableEntry(table);
         m_styles.add(record, style.name);
@@ -356,7 +358,8 @@ Acad::ErrorStatus DxfDocument::openBlockReference(AcDbObjectId entity,
     return guarded([&] {
         if (entity.isNull()) return Acad::eNullObjectId;
         const auto record = recordOf(entity);
-        if (!record || recordType(*record) != "INSERT") return Acad::eWrongObjectType;
+        if (!record || m_records.kind(*record) != DxfRecordKind::Insert)
+            return Acad::eWrongObjectType;
         const DxfInsertView view = readInsert(m_tags, m_records.tags(*record));
         const auto block = m_blocks.find(internedText(view.name));
         reference.blockTableRecord = block ? idOf(m_blocks.record(*block)) : AcDbObjectId();
@@ -403,7 +406,7 @@ void DxfDocument::insertAttribute(std::uint32_t anchor, const PlacedAttribute& a
     if (m_dialect.attributeLock) b.integer(280, 0);
     b.text(2, d.tag).integer(70, d.flags).integer(74, d.vertical);
     if (m_dialect.attributeLock) b.integer(280, 0);
-    m_records.insertBefore(anchor, b.take());
+    m_records.insertBefore(m_tags, anchor, b.take());
 }
 
 Acad::ErrorStatus DxfDocument::insertBlockReference(const AcDbBlockReference& reference,
@@ -449,13 +452,13 @@ Acad::ErrorStatus DxfDocument::insertBlockReference(const AcDbBlockReference& re
         if (reference.scaleFactors.sy != 1.0) b.real(42, reference.scaleFactors.sy);
         if (reference.scaleFactors.sz != 1.0) b.real(43, reference.scaleFactors.sz);
         if (reference.rotation != 0.0) b.real(50, degrees(reference.rotation));
-        const std::uint32_t insert = m_records.insertBefore(anchor, b.take());
+        const std::uint32_t insert = m_records.insertBefore(m_tags, anchor, b.take());
         for (const PlacedAttribute& attribute : attributes)
             insertAttribute(anchor, attribute, handle);
         if (!attributes.empty()) {
             DxfRecordBuilder end(m_tags, m_dialect, "SEQEND");
             end.handle(newHandle()).owner(handle).subclass("AcDbEntity").text(8, "0");
-            m_records.insertBefore(anchor, end.take());
+            m_records.insertBefore(m_tags, anchor, end.take());
         }
         m_modelInserts.push_back(insert);
         id = idOf(insert);

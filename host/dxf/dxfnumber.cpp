@@ -68,13 +68,19 @@ bool isDxfHex(std::string_view text) {
 }
 
 std::optional<double> parseDxfReal(std::string_view text) {
-    std::string_view t = trimmed(text);
-    if (!t.empty() && t.front() == '+') t.remove_prefix(1);
-    if (t.empty() || !isDxfReal(t)) return std::nullopt;
+    const char* p = text.data();
+    const char* end = p + text.size();
+    while (p < end && isBlank(*p)) ++p;
+    if (p < end && *p == '+') ++p;
+    // from_chars alone would also take "inf", "nan" and the "1" of "1e": DXF has digits only.
+    const char* first = p < end && *p == '-' ? p + 1 : p;
+    if (first == end || !(isDigit(*first) || *first == '.')) return std::nullopt;
     double value = 0.0;
-    const auto [end, error] = std::from_chars(t.data(), t.data() + t.size(), value);
-    if (error == std::errc::result_out_of_range) return std::nullopt;
-    if (error != std::errc() || end != t.data() + t.size()) return std::nullopt;
+    const auto [stop, error] = std::from_chars(p, end, value);
+    if (error != std::errc()) return std::nullopt;
+    for (const char* rest = stop; rest < end; ++rest) {
+        if (!isBlank(*rest)) return std::nullopt;
+    }
     return value;
 }
 

@@ -3,19 +3,24 @@
 
 #include <algorithm>
 
-DxfRecords::DxfRecords(const DxfTagFile& tags) : m_starts(tags.recordStarts()) {
+DxfRecords::DxfRecords(const DxfTagFile& tags)
+    : m_starts(tags.recordStarts()), m_kinds(tags.recordKinds()) {
     m_starts.push_back(tags.originalTagCount());
 }
 
 DxfTagRange DxfRecords::tags(std::uint32_t record) const {
     if (record >= originalCount()) return DxfTagRange(m_added[record - originalCount()]);
-    if (const auto it = m_replaced.find(record); it != m_replaced.end())
-        return DxfTagRange(it->second);
+    if (!m_replaced.empty()) {
+        if (const auto it = m_replaced.find(record); it != m_replaced.end())
+            return DxfTagRange(it->second);
+    }
     return DxfTagRange(m_starts[record], m_starts[record + 1] - m_starts[record]);
 }
 
-std::uint32_t DxfRecords::insertBefore(std::uint32_t anchor, std::vector<std::uint32_t> tags) {
+std::uint32_t DxfRecords::insertBefore(const DxfTagFile& file, std::uint32_t anchor,
+                                       std::vector<std::uint32_t> tags) {
     const std::uint32_t record = count();
+    m_kinds.push_back(dxfRecordKind(file.value(tags.front())));
     m_added.push_back(std::move(tags));
     m_insertedBefore[anchor].push_back(record);
     return record;

@@ -55,9 +55,11 @@ public:
     DxfTagRange tags(std::uint32_t record) const;
     // The record's first tag: its code-0 tag, which names what the record is.
     std::uint32_t head(std::uint32_t record) const { return tags(record)[0]; }
+    DxfRecordKind kind(std::uint32_t record) const { return m_kinds[record]; }
 
     // A new record, written just before `anchor` (after what was inserted there before).
-    std::uint32_t insertBefore(std::uint32_t anchor, std::vector<std::uint32_t> tags);
+    std::uint32_t insertBefore(const DxfTagFile& file, std::uint32_t anchor,
+                               std::vector<std::uint32_t> tags);
     // Gives a record new tags; it keeps its place and its number.
     void replace(std::uint32_t record, std::vector<std::uint32_t> tags);
     // The tags of a record, as a list to edit and hand back to replace().
@@ -70,6 +72,7 @@ private:
     void writeRecord(const DxfTagFile& tags, std::uint32_t record, const DxfSink& sink) const;
 
     std::vector<std::uint32_t> m_starts;  // first tag of each original record, then the tag count
+    std::vector<DxfRecordKind> m_kinds;   // of every record, the file's and the added ones
     std::vector<std::vector<std::uint32_t>> m_added;
     std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> m_replaced;
     std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> m_insertedBefore;

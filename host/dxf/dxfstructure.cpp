@@ -7,6 +7,11 @@
 
 namespace {
 
+bool endsSection(DxfRecordKind kind) {
+    return kind == DxfRecordKind::EndSection || kind == DxfRecordKind::Section ||
+           kind == DxfRecordKind::Eof;
+}
+
 // Walks the file's records once, in order, with the look-ahead the shape of a DXF file needs.
 class StructureReader {
 public:
@@ -17,9 +22,7 @@ public:
                    std::vector<DxfBlockDefinition>& blocks, std::uint32_t& eof);
 
 private:
-    std::string_view type(std::uint32_t record) const {
-        return m_tags.value(m_records.head(record));
-    }
+    DxfRecordKind kind(std::uint32_t record) const { return m_records.kind(record); }
     bool atEnd() const { return m_next >= m_records.originalCount(); }
     DxfError unexpected(const std::string& expected) const;
     // The value of the record's first tag with this code, or an error naming what was missing.
@@ -54,51 +57,51 @@ DxfResult<std::string> StructureReader::nameOf(std::uint32_t record,
 
 DxfStatus StructureReader::skipToEndOfSection() {
     while (!atEnd()) {
-        const std::string_view t = type(m_next);
-        if (t == "ENDSEC") return {};
-        if (t == "SECTION" || t == "EOF") break;
+        const DxfRecordKind k = kind(m_next);
+        if (k == DxfRecordKind::EndSection) return {};
+        if (k == DxfRecordKind::Section || k == DxfRecordKind::Eof) break;
         ++m_next;
     }
     return unexpected("\"0 ENDSEC\"");
 }
 
 DxfStatus StructureReader::readTables(std::vector<DxfTable>& tables) {
-    while (!atEnd() && type(m_next) == "TABLE") {
-        DxfResult<std::string> kind = nameOf(m_next, "TABLE");
-        if (!kind.isOk()) return DxfError(kind.errorString());
-        DxfTable table{kind.takeValue(), m_next, 0, {}};
+    while (!atEnd() && kind(m_next) == DxfRecordKind::Table) {
+        DxfResult<std::string> tableKind = nameOf(m_next, "TABLE");
+        if (!tableKind.isOk()) return DxfError(tableKind.errorString());
+        DxfTable table{tableKind.takeValue(), m_next, 0, {}};
         ++m_next;
         while (!atEnd()) {
-            const std::string_view t = type(m_next);
-            if (t == "ENDTAB" || t == "TABLE" || t == "ENDSEC" || t == "SECTION" || t == "EOF")
-                break;
+            const DxfRecordKind k = kind(m_next);
+            if (k == DxfRecordKind::EndTable || k == DxfRecordKind::Table || endsSection(k)) break;
             table.entries.push_back(m_next++);
         }
-        if (atEnd() || type(m_next) != "ENDTAB") return unexpected("\"0 ENDTAB\"");
+        if (atEnd() || kind(m_next) != DxfRecordKind::EndTable) return unexpected("\"0 ENDTAB\"");
         table.end = m_next++;
         tables.push_back(std::move(table));
     }
-    if (atEnd() || type(m_next) != "ENDSEC") return unexpected("\"0 TABLE\" or \"0 ENDSEC\"");
+    if (atEnd() || kind(m_next) != DxfRecordKind::EndSection)
+        return unexpected("\"0 TABLE\" or \"0 ENDSEC\"");
     return {};
 }
 
 DxfStatus StructureReader::readBlocks(std::vector<DxfBlockDefinition>& blocks) {
-    while (!atEnd() && type(m_next) == "BLOCK") {
+    while (!atEnd() && kind(m_next) == DxfRecordKind::Block) {
         if (DxfResult<std::string> name = nameOf(m_next, "BLOCK"); !name.isOk())
             return DxfError(name.errorString());
         DxfBlockDefinition block{m_next, 0};
         ++m_next;
         while (!atEnd()) {
-            const std::string_view t = type(m_next);
-            if (t == "ENDBLK" || t == "BLOCK" || t == "ENDSEC" || t == "SECTION" || t == "EOF")
-                break;
+            const DxfRecordKind k = kind(m_next);
+            if (k == DxfRecordKind::EndBlock || k == DxfRecordKind::Block || endsSection(k)) break;
             ++m_next;
         }
-        if (atEnd() || type(m_next) != "ENDBLK") return unexpected("\"0 ENDBLK\"");
+        if (atEnd() || kind(m_next) != DxfRecordKind::EndBlock) return unexpected("\"0 ENDBLK\"");
         block.end = m_next++;
         blocks.push_back(block);
     }
-    if (atEnd() || type(m_next) != "ENDSEC") return unexpected("\"0 BLOCK\" or \"0 ENDSEC\"");
+    if (atEnd() || kind(m_next) != DxfRecordKind::EndSection)
+        return unexpected("\"0 BLOCK\" or \"0 ENDSEC\"");
     return {};
 }
 
@@ -113,7 +116,7 @@ DxfStatus StructureReader::read(std::vector<DxfSection>& sections, std::vector<D
         }
         m_next = 1;
     }
-    while (!atEnd() && type(m_next) == "SECTION") {
+    while (!atEnd() && kind(m_next) == DxfRecordKind::Section) {
         const std::uint32_t begin = m_next;
         const DxfTagRange head = m_records.tags(begin);
         if (head.size() < 2 || m_tags.code(head[1]) != 2)
@@ -130,7 +133,8 @@ DxfStatus StructureReader::read(std::vector<DxfSection>& sections, std::vector<D
         if (!status.isOk()) return status;
         sections.push_back(DxfSection{std::move(name), begin, m_next++});
     }
-    if (atEnd() || type(m_next) != "EOF") return unexpected("\"0 SECTION\" or \"0 EOF\"");
+    if (atEnd() || kind(m_next) != DxfRecordKind::Eof)
+        return unexpected("\"0 SECTION\" or \"0 EOF\"");
     eof = m_next;
     return {};
 }

@@ -78,21 +78,16 @@ DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, std::string_view bytes
     return parse(std::move(name), std::move(copy), bytes.size());
 }
 
-void DxfTagFile::pushTag(std::uint32_t valueOffset, std::size_t valueLength, int code,
-                         std::size_t headLength, std::uint8_t trailer) {
-    m_tags.push_back(DxfTag{valueOffset, static_cast<std::uint32_t>(valueLength),
-                            static_cast<std::int16_t>(code), static_cast<std::uint8_t>(headLength),
-                            trailer});
-}
-
-DxfStatus DxfTagFile::noteTag(std::uint32_t index) {
+DxfStatus DxfTagFile::noteTag(std::uint32_t index, std::string_view text) {
     const int tagCode = code(index);
-    const std::string_view text = value(index);
-    if (tagCode == 0 || index == 0) m_recordStarts.push_back(index);
+    if (tagCode == 0 || index == 0) {
+        m_recordStarts.push_back(index);
+        m_recordKinds.push_back(tagCode == 0 ? dxfRecordKind(text) : DxfRecordKind::Other);
+    }
     if (tagCode == 0) {
         m_beforeSubclass = true;
         m_ownHandleCode = text == "DIMSTYLE" ? 105 : 5;
-        m_reachedEof = text == "EOF";
+        m_reachedEof = m_recordKinds.back() == DxfRecordKind::Eof;
     } else if (tagCode == 100) {
         m_beforeSubclass = false;
     } else if (m_beforeSubclass && tagCode == m_ownHandleCode) {
@@ -108,14 +103,13 @@ DxfStatus DxfTagFile::noteTag(std::uint32_t index) {
 std::string_view DxfTagFile::raw(std::uint32_t tag) const {
     const DxfTag& t = m_tags[tag];
     if ((t.flags & kAdded) != 0) return m_added[t.valueOffset];
-    return {m_data.get() + t.valueOffset - t.headLength,
-            std::size_t{t.headLength} + t.valueLength + (t.flags & kTrailerMask)};
+    const std::size_t start = t.valueOffset - t.headLength;
+    return {m_data.get() + start, endOf(tag) - start};
 }
 
 std::string_view DxfTagFile::span(std::uint32_t first, std::uint32_t last) const {
-    const std::string_view a = raw(first);
-    const std::string_view b = raw(last);
-    return {a.data(), static_cast<std::size_t>(b.data() + b.size() - a.data())};
+    const std::size_t start = m_tags[first].valueOffset - m_tags[first].headLength;
+    return {m_data.get() + start, endOf(last) - start};
 }
 
 std::optional<double> DxfTagFile::real(std::uint32_t tag) const {
@@ -194,8 +188,7 @@ std::uint32_t DxfTagFile::appendRaw(int code, std::string_view head, std::string
     text.reserve(head.size() + value.size() + tail.size());
     text.append(head).append(value).append(tail);
     m_added.push_back(std::move(text));
-    pushTag(static_cast<std::uint32_t>(m_added.size() - 1), value.size(), code, head.size(),
-            static_cast<std::uint8_t>(tail.size() | kAdded));
+    pushTag(m_added.size() - 1, code, head.size(), static_cast<std::uint8_t>(tail.size() | kAdded));
     return tagCount() - 1;
 }
 

@@ -11,14 +11,16 @@
 #include <string_view>
 #include <vector>
 
+#include "host/dxf/dxfrecordkind.h"
 #include "host/dxf/dxfresult.h"
 
 enum class DxfFormat : std::uint8_t { Ascii, Binary };
 
-// 12 bytes a tag: a 200 MB drawing holds some 15 million of them.
+// 8 bytes a tag: a 200 MB drawing holds some 13 million of them. A value ends where the next tag's
+// head begins, less its line end (or zero byte), so its length need not be kept.
 struct DxfTag {
-    std::uint32_t valueOffset = 0;
-    std::uint32_t valueLength = 0;
+    std::uint32_t valueOffset =
+        0;  // an added tag's place among the added tags, whose text starts with the head
     std::int16_t code = 0;
     std::uint8_t headLength = 0;  // bytes before the value: the group code line or field
     std::uint8_t flags = 0;  // bits 0-1: bytes after the value (line end, zero byte); bit 2: added
@@ -41,9 +43,13 @@ public:
     // The value's bytes: its text in ASCII files, its encoding in binary ones (strings alike).
     std::string_view value(std::uint32_t tag) const {
         const DxfTag& t = m_tags[tag];
-        if ((t.flags & kAdded) != 0)
-            return std::string_view(m_added[t.valueOffset]).substr(t.headLength, t.valueLength);
-        return {m_data.get() + t.valueOffset, t.valueLength};
+        const std::size_t trailer = t.flags & kTrailerMask;
+        if ((t.flags & kAdded) != 0) {
+            const std::string& text = m_added[t.valueOffset];
+            return std::string_view(text).substr(t.headLength,
+                                                 text.size() - t.headLength - trailer);
+        }
+        return {m_data.get() + t.valueOffset, endOf(tag) - t.valueOffset - trailer};
     }
     // The whole tag as it stands in the file.
     std::string_view raw(std::uint32_t tag) const;
@@ -55,6 +61,8 @@ public:
     // The first tag of every record. A record runs from a code-0 tag to the next; the first one
     // may instead be a prelude of comments.
     const std::vector<std::uint32_t>& recordStarts() const { return m_recordStarts; }
+    // The kind of each record, beside its start; a prelude of comments is Other.
+    const std::vector<DxfRecordKind>& recordKinds() const { return m_recordKinds; }
     bool reachedEof() const { return m_reachedEof; }
     // Bytes around the tags: the binary sentinel or a byte-order mark, and what follows "0 EOF".
     std::string_view prefix() const { return {m_data.get(), m_prefixLength}; }
@@ -80,10 +88,24 @@ private:
     DxfTagFile(std::string name, std::unique_ptr<char[]> bytes, std::size_t size);
     DxfStatus scanAscii();
     DxfStatus scanBinary();
-    // Notes where records start and "0 EOF", and checks each object's own handle.
-    DxfStatus noteTag(std::uint32_t index);
-    void pushTag(std::uint32_t valueOffset, std::size_t valueLength, int code,
-                 std::size_t headLength, std::uint8_t trailer);
+    // Notes where records start and "0 EOF", and checks each object's own handle. Most tags need
+    // no note; the scanners ask first.
+    bool needsNote(int code, std::uint32_t index) const {
+        return code == 0 || code == 100 || index == 0 ||
+               (m_beforeSubclass && code == m_ownHandleCode);
+    }
+    DxfStatus noteTag(std::uint32_t index, std::string_view value);
+    void pushTag(std::size_t valueOffset, int code, std::size_t headLength, std::uint8_t trailer) {
+        m_tags.push_back(DxfTag{static_cast<std::uint32_t>(valueOffset),
+                                static_cast<std::int16_t>(code),
+                                static_cast<std::uint8_t>(headLength), trailer});
+    }
+    // Where the original tag's bytes end: where the next one begins, or where the tags end.
+    std::size_t endOf(std::uint32_t tag) const {
+        if (tag + 1 >= m_originalTagCount) return m_endOfTags;
+        const DxfTag& next = m_tags[tag + 1];
+        return next.valueOffset - next.headLength;
+    }
     std::uint32_t appendRaw(int code, std::string_view head, std::string_view value,
                             std::string_view tail);
     std::string binaryCode(int code) const;
@@ -106,5 +128,6 @@ private:
     std::vector<DxfTag> m_tags;
     std::uint32_t m_originalTagCount = 0;
     std::vector<std::uint32_t> m_recordStarts;
+    std::vector<DxfRecordKind> m_recordKinds;
     std::deque<std::string> m_added;  // a deque never moves what it holds
 };

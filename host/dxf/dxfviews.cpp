@@ -1,6 +1,7 @@
 // Reading typed views by tables of group codes.
 #include "host/dxf/dxfviews.h"
 
+#include <array>
 #include <span>
 
 namespace {
@@ -39,46 +40,79 @@ struct FieldTable {
 
 constexpr int kExtendedData = 1001;
 
+enum class FieldKind : std::uint8_t { None, Text, Real, Point, Integer };
+
+// What a group code fills: the row of its table, and for points the axis.
+struct FieldSlot {
+    FieldKind kind = FieldKind::None;
+    std::uint8_t index = 0;  // in the table's list of this kind
+    std::uint8_t axis = 0;
+    std::uint8_t row = 0;  // over the whole table, for "first tag wins"
+};
+
+template <typename View>
+using FieldIndex = std::array<FieldSlot, kExtendedData>;
+
+// The table turned around, code to field, once per view type: reading a record is then one look-up
+// per tag.
+template <typename View>
+FieldIndex<View> indexOf(const FieldTable<View>& table) {
+    FieldIndex<View> slots{};
+    std::uint8_t row = 0;
+    auto add = [&](int code, FieldKind kind, std::size_t index, int axis) {
+        slots[static_cast<std::size_t>(code)] = {kind, static_cast<std::uint8_t>(index),
+                                                 static_cast<std::uint8_t>(axis), row++};
+    };
+    for (std::size_t i = 0; i < table.texts.size(); ++i)
+        add(table.texts[i].code, FieldKind::Text, i, 0);
+    for (std::size_t i = 0; i < table.reals.size(); ++i)
+        add(table.reals[i].code, FieldKind::Real, i, 0);
+    for (std::size_t i = 0; i < table.points.size(); ++i) {
+        for (int axis = 0; axis < 3; ++axis)
+            add(table.points[i].code + 10 * axis, FieldKind::Point, i, axis);
+    }
+    for (std::size_t i = 0; i < table.integers.size(); ++i)
+        add(table.integers[i].code, FieldKind::Integer, i, 0);
+    return slots;
+}
+
 // The first tag of each code wins: later ones (a second 280, say) belong to other fields.
 template <typename View>
-View readView(const DxfTagFile& tags, DxfTagRange record, const FieldTable<View>& table) {
+View readView(const DxfTagFile& tags, DxfTagRange record, const FieldTable<View>& table,
+              const FieldIndex<View>& index) {
     View view;
     std::uint64_t seen = 0;  // bits of table rows already filled
-    auto firstTime = [&seen](int row) {
-        const std::uint64_t bit = std::uint64_t{1} << row;
-        const bool first = (seen & bit) == 0;
-        seen |= bit;
-        return first;
-    };
     for (std::uint32_t i = 1; i < record.size(); ++i) {
         const std::uint32_t tag = record[i];
         const int code = tags.code(tag);
-        if (code == kExtendedData) break;
-        int row = 0;
-        for (const auto& f : table.texts) {
-            if (f.code == code && firstTime(row)) view.*f.field = tags.value(tag);
-            ++row;
-        }
-        for (const auto& f : table.reals) {
-            if (f.code == code && firstTime(row))
-                view.*f.field = tags.real(tag).value_or(view.*f.field);
-            ++row;
-        }
-        for (const auto& f : table.points) {
-            for (int axis = 0; axis < 3; ++axis) {
-                if (f.code + 10 * axis == code && firstTime(row)) {
-                    double& coordinate = axis == 0   ? (view.*f.field).x
-                                         : axis == 1 ? (view.*f.field).y
-                                                     : (view.*f.field).z;
-                    coordinate = tags.real(tag).value_or(coordinate);
-                }
-                ++row;
+        if (code >= kExtendedData) break;
+        if (code < 0) continue;
+        const FieldSlot slot = index[static_cast<std::size_t>(code)];
+        const std::uint64_t bit = std::uint64_t{1} << slot.row;
+        if (slot.kind == FieldKind::None || (seen & bit) != 0) continue;
+        seen |= bit;
+        switch (slot.kind) {
+            case FieldKind::Text:
+                view.*table.texts[slot.index].field = tags.value(tag);
+                break;
+            case FieldKind::Real: {
+                double& field = view.*table.reals[slot.index].field;
+                field = tags.real(tag).value_or(field);
+                break;
             }
-        }
-        for (const auto& f : table.integers) {
-            if (f.code == code && firstTime(row))
-                view.*f.field = tags.integer(tag).value_or(view.*f.field);
-            ++row;
+            case FieldKind::Point: {
+                AcGePoint3d& point = view.*table.points[slot.index].field;
+                double& coordinate = slot.axis == 0 ? point.x : slot.axis == 1 ? point.y : point.z;
+                coordinate = tags.real(tag).value_or(coordinate);
+                break;
+            }
+            case FieldKind::Integer: {
+                std::int64_t& field = view.*table.integers[slot.index].field;
+                field = tags.integer(tag).value_or(field);
+                break;
+            }
+            case FieldKind::None:
+                break;
         }
     }
     return view;
@@ -113,17 +147,22 @@ constexpr IntegerField<DxfBlockBeginView> kBlockIntegers[] = {{70, &DxfBlockBegi
 }  // namespace
 
 DxfInsertView readInsert(const DxfTagFile& tags, DxfTagRange record) {
-    return readView<DxfInsertView>(tags, record, {kInsertTexts, kInsertReals, kInsertPoints, {}});
+    static const FieldTable<DxfInsertView> table{kInsertTexts, kInsertReals, kInsertPoints, {}};
+    static const FieldIndex<DxfInsertView> index = indexOf(table);
+    return readView(tags, record, table, index);
 }
 
 DxfAttributeDefinitionView readAttributeDefinition(const DxfTagFile& tags, DxfTagRange record) {
-    return readView<Definition>(
-        tags, record, {kDefinitionTexts, kDefinitionReals, kDefinitionPoints, kDefinitionIntegers});
+    static const FieldTable<Definition> table{kDefinitionTexts, kDefinitionReals, kDefinitionPoints,
+                                              kDefinitionIntegers};
+    static const FieldIndex<Definition> index = indexOf(table);
+    return readView(tags, record, table, index);
 }
 
 DxfBlockBeginView readBlockBegin(const DxfTagFile& tags, DxfTagRange record) {
-    return readView<DxfBlockBeginView>(tags, record,
-                                       {kBlockTexts, {}, kBlockPoints, kBlockIntegers});
+    static const FieldTable<DxfBlockBeginView> table{kBlockTexts, {}, kBlockPoints, kBlockIntegers};
+    static const FieldIndex<DxfBlockBeginView> index = indexOf(table);
+    return readView(tags, record, table, index);
 }
 
 std::optional<std::uint32_t> findTag(const DxfTagFile& tags, DxfTagRange record, int code) {

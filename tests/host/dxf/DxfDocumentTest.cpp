@@ -12,13 +12,18 @@ namespace {
 
 const std::filesystem::path kData = std::filesystem::path(TARNWICK_TEST_DATA) / "dxf";
 
-// ASCII DXF text for the tags, in the form the database writes new tags.
-std::string dxf(std::initializer_list<std::pair<int, const char*>> tags, const char* eol = "\n") {
+// ASCII DXF text, in the form the database writes new tags, for tags given as "code value" pairs
+// separated by "|" (the value is all that follows the first space).
+std::string dxf(std::string_view tags, const char* eol = "\n") {
     std::string out;
-    for (const auto& [code, value] : tags) {
+    while (!tags.empty()) {
+        const std::size_t bar = std::min(tags.find('|'), tags.size());
+        const std::string_view tag = tags.substr(0, bar);
+        const std::size_t space = tag.find(' ');
         char head[16];
-        std::snprintf(head, sizeof head, "%3d", code);
-        out += std::string(head) + eol + value + eol;
+        std::snprintf(head, sizeof head, "%3d", std::stoi(std::string(tag.substr(0, space))));
+        out += std::string(head) + eol + std::string(tag.substr(space + 1)) + eol;
+        tags.remove_prefix(std::min(bar + 1, tags.size()));
     }
     return out;
 }
@@ -145,38 +150,15 @@ TEST(DxfDocumentTextStyles, AddedInTheFormOfEachVersion) {
     };
     const Case cases[] = {
         {readBytes(kData / "r2018-small.dxf"),
-         dxf({{0, "STYLE"},
-              {5, "100"},
-              {330, "3"},
-              {100, "AcDbSymbolTableRecord"},
-              {100, "AcDbTextStyleTableRecord"},
-              {2, "QTBTABLE"},
-              {70, "     0"},
-              {40, "0.0"},
-              {41, "1.0"},
-              {50, "0.0"},
-              {71, "     0"},
-              {42, "2.5"},
-              {3, "simpheb.shx"},
-              {4, ""},
-              {0, "ENDTAB"}},
+         dxf("0 STYLE|5 100|330 3|100 AcDbSymbolTableRecord|100 AcDbTextStyleTableRecord|2 "
+             "QTBTABLE|70      0|40 0.0|41 1.0|50 0.0|71      0|42 2.5|3 simpheb.shx|4 |0 ENDTAB",
              "\r\n"),
-         dxf({{100, "AcDbSymbolTable"}, {70, "     2"}, {0, "STYLE"}}, "\r\n")},
+         dxf("100 AcDbSymbolTable|70      2|0 STYLE", "\r\n")},
         {readBytes(kData / "r12-layouts.dxf"),
-         dxf({{0, "STYLE"},
-              {2, "QTBTABLE"},
-              {70, "     0"},
-              {40, "0.0"},
-              {41, "1.0"},
-              {50, "0.0"},
-              {71, "     0"},
-              {42, "2.5"},
-              {3, "simpheb.shx"},
-              {4, ""},
-              {0, "ENDTAB"}}),
-         dxf({{2, "STYLE"}, {70, "     2"}, {0, "STYLE"}})},
-        {r12WithHandles(), dxf({{0, "STYLE"}, {5, "30"}, {2, "QTBTABLE"}, {70, "     0"}}),
-         dxf({{9, "$HANDSEED"}, {5, "31"}})},
+         dxf("0 STYLE|2 QTBTABLE|70      0|40 0.0|41 1.0|50 0.0|71      0|42 2.5|3 simpheb.shx|4 "
+             "|0 ENDTAB"),
+         dxf("2 STYLE|70      2|0 STYLE")},
+        {r12WithHandles(), dxf("0 STYLE|5 30|2 QTBTABLE|70      0"), dxf("9 $HANDSEED|5 31")},
     };
     for (const auto& c : cases) {
         const auto document = open("plan.dxf", c.input);
@@ -209,54 +191,18 @@ TEST(DxfDocumentBlocks, R2018RecordAndDefinitionWithOwnersAndNewHandles) {
 
     const std::string bytes = document->toBytes();
     const char* eol = "\r\n";
-    EXPECT_TRUE(holds(bytes, dxf({{0, "BLOCK_RECORD"},
-                                  {5, "100"},
-                                  {330, "1"},
-                                  {100, "AcDbSymbolTableRecord"},
-                                  {100, "AcDbBlockTableRecord"},
-                                  {2, "QTB0001"},
-                                  {340, "0"},
-                                  {70, "     0"},
-                                  {280, "     1"},
-                                  {281, "     0"},
-                                  {0, "ENDTAB"}},
-                                 eol)));
+    EXPECT_TRUE(holds(
+        bytes, dxf("0 BLOCK_RECORD|5 100|330 1|100 AcDbSymbolTableRecord|100 "
+                   "AcDbBlockTableRecord|2 QTB0001|340 0|70      0|280      1|281      0|0 ENDTAB",
+                   eol)));
+    EXPECT_TRUE(holds(bytes, dxf("100 AcDbSymbolTable|70      4|0 BLOCK_RECORD", eol)));
     EXPECT_TRUE(
-        holds(bytes, dxf({{100, "AcDbSymbolTable"}, {70, "     4"}, {0, "BLOCK_RECORD"}}, eol)));
-    EXPECT_TRUE(holds(bytes, dxf({{0, "BLOCK"},
-                                  {5, "101"},
-                                  {330, "100"},
-                                  {100, "AcDbEntity"},
-                                  {8, "0"},
-                                  {100, "AcDbBlockBegin"},
-                                  {2, "QTB0001"},
-                                  {70, "     0"},
-                                  {10, "0.0"},
-                                  {20, "2.0"},
-                                  {30, "0.0"},
-                                  {3, "QTB0001"},
-                                  {1, ""},
-                                  {0, "LINE"},
-                                  {5, "103"},
-                                  {330, "100"},
-                                  {100, "AcDbEntity"},
-                                  {8, "0"},
-                                  {100, "AcDbLine"},
-                                  {10, "58.8"},
-                                  {20, "2.0"},
-                                  {30, "0.0"},
-                                  {11, "0.0"},
-                                  {21, "2.0"},
-                                  {31, "0.0"},
-                                  {0, "ENDBLK"},
-                                  {5, "102"},
-                                  {330, "100"},
-                                  {100, "AcDbEntity"},
-                                  {8, "0"},
-                                  {100, "AcDbBlockEnd"},
-                                  {0, "ENDSEC"}},
-                                 eol)));
-    EXPECT_TRUE(holds(bytes, dxf({{9, "$HANDSEED"}, {5, "104"}}, eol)));
+        holds(bytes, dxf("0 BLOCK|5 101|330 100|100 AcDbEntity|8 0|100 AcDbBlockBegin|2 QTB0001|70 "
+                         "     0|10 0.0|20 2.0|30 0.0|3 QTB0001|1 |0 LINE|5 103|330 100|100 "
+                         "AcDbEntity|8 0|100 AcDbLine|10 58.8|20 2.0|30 0.0|11 0.0|21 2.0|31 0.0|0 "
+                         "ENDBLK|5 102|330 100|100 AcDbEntity|8 0|100 AcDbBlockEnd|0 ENDSEC",
+                         eol)));
+    EXPECT_TRUE(holds(bytes, dxf("9 $HANDSEED|5 104", eol)));
     EXPECT_EQ(blockNames(*document).back(), L"QTB0001");
 }
 
@@ -275,14 +221,11 @@ TEST(DxfDocumentBlocks, R12DefinitionWithoutHandlesOwnersOrMarkers) {
     definition.textStyle = style;
     AcDbObjectId attribute;
     ASSERT_EQ(document->appendAttributeDefinition(record, definition, attribute), Acad::eOk);
-    EXPECT_TRUE(holds(
-        document->toBytes(),
-        dxf({{0, "BLOCK"},      {8, "0"},       {2, "QTB0001"},  {70, "     2"}, {10, "0.0"},
-             {20, "0.0"},       {30, "0.0"},    {3, "QTB0001"},  {1, ""},        {0, "ATTDEF"},
-             {8, "0"},          {10, "1.0"},    {20, "0.0"},     {30, "0.0"},    {40, "1.0"},
-             {1, "Block name"}, {41, "1.0"},    {7, "STANDARD"}, {72, "     0"}, {3, "BLOCKNAME"},
-             {2, "BLOCKNAME"},  {70, "     0"}, {74, "     0"},  {0, "ENDBLK"},  {8, "0"},
-             {0, "ENDSEC"}})));
+    EXPECT_TRUE(
+        holds(document->toBytes(),
+              dxf("0 BLOCK|8 0|2 QTB0001|70      2|10 0.0|20 0.0|30 0.0|3 QTB0001|1 |0 ATTDEF|8 "
+                  "0|10 1.0|20 0.0|30 0.0|40 1.0|1 Block name|41 1.0|7 STANDARD|72      0|3 "
+                  "BLOCKNAME|2 BLOCKNAME|70      0|74      0|0 ENDBLK|8 0|0 ENDSEC")));
     EXPECT_EQ(blockNames(*document).back(), L"QTB0001");
     EXPECT_EQ(blockId(*document, L"QTB0001"), record);
 }
@@ -305,27 +248,17 @@ TEST(DxfDocumentBlocks, AttributeDefinitionsOfR2010OnCarryVersionAndLock) {
         const std::string bytes = document->toBytes();
         const bool lock = std::string_view(version) >= "AC1024";
         const char* eol = "\r\n";
-        const std::string head = dxf({{10, "6.6"},
-                                      {20, "0.0"},
-                                      {30, "0.0"},
-                                      {40, "1.0"},
-                                      {1, "Item Price"},
-                                      {41, "1.0"},
-                                      {72, "     1"},
-                                      {11, "6.6"},
-                                      {21, "0.0"},
-                                      {31, "0.0"},
-                                      {100, "AcDbAttributeDefinition"}},
-                                     eol);
-        const std::string tail =
-            dxf({{3, "PRICE"}, {2, "PRICE"}, {70, "     9"}, {74, "     0"}}, eol);
-        const std::string locked = dxf({{280, "     0"}}, eol);
+        const std::string head =
+            dxf("10 6.6|20 0.0|30 0.0|40 1.0|1 Item Price|41 1.0|72      1|11 6.6|21 0.0|31 "
+                "0.0|100 AcDbAttributeDefinition",
+                eol);
+        const std::string tail = dxf("3 PRICE|2 PRICE|70      9|74      0", eol);
+        const std::string locked = dxf("280      0", eol);
         EXPECT_TRUE(holds(bytes, head + (lock ? locked : "") + tail + (lock ? locked : "") +
-                                     dxf({{0, "ENDBLK"}}, eol)))
+                                     dxf("0 ENDBLK", eol)))
             << version;
         const bool units = std::string_view(version) >= "AC1021";
-        EXPECT_EQ(bytes.find(dxf({{2, "T"}, {340, "0"}, {70, "     0"}, {280, "     1"}}, eol)) !=
-                      std::string::npos,
+        EXPECT_EQ(bytes.find(dxf("2 T|340 0|70      0|280      1", eol)) != std::string::npos,
                   units)
             << version;
         EXPECT_TRUE(holds(bytes, std::string("$ACADVER\r\n  1\r\n") + version))
@@ -339,8 +272,8 @@ TEST(DxfDocumentBlocks, NewHandlesPassEveryHandleOfTheFile) {
     AcDbObjectId style;
     ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
     const std::string bytes = document->toBytes();
-    EXPECT_TRUE(holds(bytes, dxf({{0, "STYLE"}, {5, "52"}}, "\r\n")));
-    EXPECT_TRUE(holds(bytes, dxf({{9, "$HANDSEED"}, {5, "53"}}, "\r\n")));
+    EXPECT_TRUE(holds(bytes, dxf("0 STYLE|5 52", "\r\n")));
+    EXPECT_TRUE(holds(bytes, dxf("9 $HANDSEED|5 53", "\r\n")));
 }
 
 TEST(DxfDocumentBlocks, OriginReplacesTheBasePoint) {
@@ -348,9 +281,7 @@ TEST(DxfDocumentBlocks, OriginReplacesTheBasePoint) {
     ASSERT_TRUE(document);
     ASSERT_EQ(document->setBlockTableRecordOrigin(blockId(*document, L"DOOR"), {-1.5, 3, 0.25}),
               Acad::eOk);
-    EXPECT_TRUE(holds(
-        document->toBytes(),
-        dxf({{2, "DOOR"}, {70, "     2"}, {10, "-1.5"}, {20, "3.0"}, {30, "0.25"}, {3, "DOOR"}})));
+    EXPECT_TRUE(holds(document->toBytes(), dxf("2 DOOR|70      2|10 -1.5|20 3.0|30 0.25|3 DOOR")));
     EXPECT_EQ(document->setBlockTableRecordOrigin(AcDbObjectId(), {}), Acad::eNullObjectId);
 }
 
@@ -367,20 +298,10 @@ TEST(DxfDocumentBlocks, LayoutEntitiesGoToTheEntitiesSection) {
     const char* eol = "\r\n";
     EXPECT_TRUE(holds(
         document->toBytes(),
-        dxf({{30, "0.0"}, {0, "LINE"},         {5, "100"},     {330, "1F"}, {100, "AcDbEntity"},
-             {8, "0"},    {100, "AcDbLine"},   {10, "0.0"},    {20, "0.0"}, {30, "0.0"},
-             {11, "1.0"}, {21, "1.0"},         {31, "0.0"},    {0, "LINE"}, {5, "101"},
-             {330, "1E"}, {100, "AcDbEntity"}, {67, "     1"}, {8, "0"},    {100, "AcDbLine"}},
+        dxf("30 0.0|0 LINE|5 100|330 1F|100 AcDbEntity|8 0|100 AcDbLine|10 0.0|20 0.0|30 0.0|11 "
+            "1.0|21 1.0|31 0.0|0 LINE|5 101|330 1E|100 AcDbEntity|67      1|8 0|100 AcDbLine",
             eol) +
-            dxf({{10, "0.0"},
-                 {20, "0.0"},
-                 {30, "0.0"},
-                 {11, "2.0"},
-                 {21, "2.0"},
-                 {31, "0.0"},
-                 {0, "ENDSEC"},
-                 {0, "EOF"}},
-                eol)));
+            dxf("10 0.0|20 0.0|30 0.0|11 2.0|21 2.0|31 0.0|0 ENDSEC|0 EOF", eol)));
 }
 
 TEST(DxfDocumentInsert, R12ReferenceWithItsAttributesPlaced) {
@@ -395,14 +316,10 @@ TEST(DxfDocumentInsert, R12ReferenceWithItsAttributesPlaced) {
     ASSERT_EQ(document->insertBlockReference(reference, id), Acad::eOk);
     // WIDTH stands at (5, 2), base point (1, 2): 4 units right of it, twice as far once scaled,
     // then turned a quarter: 8 units up from the insertion point. MAKER is constant: no attribute.
-    EXPECT_TRUE(
-        holds(document->toBytes(),
-              dxf({{0, "INSERT"}, {8, "0"},       {66, "     1"}, {2, "DOOR"},   {10, "10.0"},
-                   {20, "20.0"},  {30, "0.0"},    {41, "2.0"},    {42, "2.0"},   {50, "90.0"},
-                   {0, "ATTRIB"}, {8, "0"},       {10, "10.0"},   {20, "28.0"},  {30, "0.0"},
-                   {40, "1.0"},   {1, "90"},      {50, "90.0"},   {41, "1.0"},   {72, "     0"},
-                   {2, "WIDTH"},  {70, "     0"}, {74, "     0"}, {0, "SEQEND"}, {8, "0"},
-                   {0, "ENDSEC"}})));
+    EXPECT_TRUE(holds(document->toBytes(),
+                      dxf("0 INSERT|8 0|66      1|2 DOOR|10 10.0|20 20.0|30 0.0|41 2.0|42 2.0|50 "
+                          "90.0|0 ATTRIB|8 0|10 10.0|20 28.0|30 0.0|40 1.0|1 90|50 90.0|41 1.0|72  "
+                          "    0|2 WIDTH|70      0|74      0|0 SEQEND|8 0|0 ENDSEC")));
     AcDbBlockReference opened;
     ASSERT_EQ(document->openBlockReference(id, opened), Acad::eOk);
     EXPECT_EQ(opened.blockTableRecord, reference.blockTableRecord);
@@ -425,47 +342,14 @@ TEST(DxfDocumentInsert, R2018ReferenceOwnedByModelSpaceAndOwningItsAttributes) {
     ASSERT_EQ(document->insertBlockReference(reference, id), Acad::eOk);
     // The definition is centred, so both points follow the alignment point (5, 2) less the base (1,
     // 2).
-    EXPECT_TRUE(holds(document->toBytes(), dxf({{0, "INSERT"},
-                                                {5, "100"},
-                                                {330, "1F"},
-                                                {100, "AcDbEntity"},
-                                                {8, "0"},
-                                                {100, "AcDbBlockReference"},
-                                                {66, "     1"},
-                                                {2, "Door"},
-                                                {10, "1.0"},
-                                                {20, "2.0"},
-                                                {30, "0.0"},
-                                                {0, "ATTRIB"},
-                                                {5, "101"},
-                                                {330, "100"},
-                                                {100, "AcDbEntity"},
-                                                {8, "0"},
-                                                {100, "AcDbText"},
-                                                {10, "5.0"},
-                                                {20, "2.0"},
-                                                {30, "0.0"},
-                                                {40, "0.5"},
-                                                {1, "90"},
-                                                {41, "1.0"},
-                                                {7, "Standard"},
-                                                {72, "     1"},
-                                                {11, "5.0"},
-                                                {21, "2.0"},
-                                                {31, "0.0"},
-                                                {100, "AcDbAttribute"},
-                                                {280, "     0"},
-                                                {2, "WIDTH"},
-                                                {70, "     0"},
-                                                {74, "     0"},
-                                                {280, "     0"},
-                                                {0, "SEQEND"},
-                                                {5, "102"},
-                                                {330, "100"},
-                                                {100, "AcDbEntity"},
-                                                {8, "0"},
-                                                {0, "ENDSEC"}},
-                                               "\r\n")));
+    EXPECT_TRUE(
+        holds(document->toBytes(),
+              dxf("0 INSERT|5 100|330 1F|100 AcDbEntity|8 0|100 AcDbBlockReference|66      1|2 "
+                  "Door|10 1.0|20 2.0|30 0.0|0 ATTRIB|5 101|330 100|100 AcDbEntity|8 0|100 "
+                  "AcDbText|10 5.0|20 2.0|30 0.0|40 0.5|1 90|41 1.0|7 Standard|72      1|11 5.0|21 "
+                  "2.0|31 0.0|100 AcDbAttribute|280      0|2 WIDTH|70      0|74      0|280      "
+                  "0|0 SEQEND|5 102|330 100|100 AcDbEntity|8 0|0 ENDSEC",
+                  "\r\n")));
 }
 
 TEST(DxfDocumentInsert, NumbersDxfCannotHoldAreRefusedBeforeAnyChange) {
@@ -495,15 +379,11 @@ TEST(DxfDocumentFile, SectionsAndTablesAreMadeWhenTheFileLacksThem) {
     ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
     AcDbObjectId record;
     ASSERT_EQ(document->addBlockTableRecord(L"QTB0001", record), Acad::eOk);
-    EXPECT_EQ(
-        document->toBytes(),
-        dxf({{0, "SECTION"}, {2, "TABLES"},   {0, "TABLE"},    {2, "STYLE"},       {70, "     1"},
-             {0, "STYLE"},   {2, "QTBTABLE"}, {70, "     0"},  {40, "0.0"},        {41, "1.0"},
-             {50, "0.0"},    {71, "     0"},  {42, "2.5"},     {3, "simpheb.shx"}, {4, ""},
-             {0, "ENDTAB"},  {0, "ENDSEC"},   {0, "SECTION"},  {2, "BLOCKS"},      {0, "BLOCK"},
-             {8, "0"},       {2, "QTB0001"},  {70, "     0"},  {10, "0.0"},        {20, "0.0"},
-             {30, "0.0"},    {3, "QTB0001"},  {1, ""},         {0, "ENDBLK"},      {8, "0"},
-             {0, "ENDSEC"},  {0, "SECTION"},  {2, "ENTITIES"}, {0, "ENDSEC"},      {0, "EOF"}}));
+    EXPECT_EQ(document->toBytes(),
+              dxf("0 SECTION|2 TABLES|0 TABLE|2 STYLE|70      1|0 STYLE|2 QTBTABLE|70      0|40 "
+                  "0.0|41 1.0|50 0.0|71      0|42 2.5|3 simpheb.shx|4 |0 ENDTAB|0 ENDSEC|0 "
+                  "SECTION|2 BLOCKS|0 BLOCK|8 0|2 QTB0001|70      0|10 0.0|20 0.0|30 0.0|3 "
+                  "QTB0001|1 |0 ENDBLK|8 0|0 ENDSEC|0 SECTION|2 ENTITIES|0 ENDSEC|0 EOF"));
 }
 
 TEST(DxfDocumentFile, UnchangedDrawingsWriteTheirOwnBytes) {
@@ -533,12 +413,8 @@ TEST(DxfDocumentVariables, R12KeepsThemInItsHeader) {
     EXPECT_EQ(document->setVar(L"ATTREQ", resbuf::shortValue(0)), RTNORM);
     ASSERT_EQ(document->getVar(L"OSMODE", value), RTNORM);
     EXPECT_EQ(value.resval.rint, 0);
-    EXPECT_TRUE(holds(document->toBytes(), dxf({{9, "$ATTREQ"},
-                                                {70, "     0"},
-                                                {9, "$SNAPMODE"},
-                                                {70, "     0"},
-                                                {9, "$OSMODE"},
-                                                {70, "     0"}})));
+    EXPECT_TRUE(holds(document->toBytes(),
+                      dxf("9 $ATTREQ|70      0|9 $SNAPMODE|70      0|9 $OSMODE|70      0")));
     ASSERT_EQ(document->getVar(L"DWGNAME", value), RTNORM);
     EXPECT_EQ(value.restype, RTSTR);
     EXPECT_EQ(value.resval.rstring, L"r12-layouts.dxf");
@@ -554,15 +430,8 @@ TEST(DxfDocumentVariables, R12WithoutThemGainsThemInItsHeader) {
     ASSERT_EQ(document->getVar(L"ATTREQ", value), RTNORM);
     EXPECT_EQ(value.resval.rint, 1);
     ASSERT_EQ(document->setVar(L"SNAPMODE", resbuf::shortValue(1)), RTNORM);
-    EXPECT_EQ(document->toBytes(), dxf({{0, "SECTION"},
-                                        {2, "HEADER"},
-                                        {9, "$SNAPMODE"},
-                                        {70, "     1"},
-                                        {0, "ENDSEC"},
-                                        {0, "SECTION"},
-                                        {2, "ENTITIES"},
-                                        {0, "ENDSEC"},
-                                        {0, "EOF"}}));
+    EXPECT_EQ(document->toBytes(), dxf("0 SECTION|2 HEADER|9 $SNAPMODE|70      1|0 ENDSEC|0 "
+                                       "SECTION|2 ENTITIES|0 ENDSEC|0 EOF"));
 }
 
 TEST(DxfDocumentVariables, FromR2000OnTheyLiveInTheSession) {
