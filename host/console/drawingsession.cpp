@@ -4,13 +4,16 @@
 #include <cstdio>
 
 #include "host/console/messages.h"
+#include "host/console/progressline.h"
 
 std::unique_ptr<DrawingSession> DrawingSession::open(const std::string& path) {
     if (const std::string reason = unreadableReason(path); !reason.empty()) {
         fail(path, reason);
         return nullptr;
     }
-    auto document = DxfDocument::readFile(path);
+    ProgressLine progress("reading " + path);
+    auto document = DxfDocument::readFile(
+        path, [&progress](std::uint64_t done, std::uint64_t total) { progress.update(done, total); });
     if (!document.isOk()) {
         std::fprintf(stderr, "%s\n", document.errorString().c_str());
         return nullptr;

@@ -16,12 +16,13 @@ namespace {
 const std::vector<OptionSpec> kOptions{{"--json", OptionSpec::Value::None}};
 
 struct SpaceFigures {
+    std::size_t entities = 0;
     std::size_t references = 0;
     std::map<std::wstring, std::size_t> byName;  // lower-cased block name
 };
 
-SpaceFigures figuresOf(const DxfDocument& document, DxfSpace space) {
-    SpaceFigures figures;
+SpaceFigures figuresOf(const DxfDocument& document, DxfSpace space, std::size_t entities) {
+    SpaceFigures figures{entities, 0, {}};
     for (const auto& reference : document.blockReferences(space)) {
         ++figures.references;
         ++figures.byName[MakeLower(std::wstring(reference.blockName))];
@@ -29,43 +30,65 @@ SpaceFigures figuresOf(const DxfDocument& document, DxfSpace space) {
     return figures;
 }
 
-void writeJson(const std::string& path, const DxfDocument& document, const SpaceFigures& model,
-               const SpaceFigures& paper) {
+void writeSpace(JsonWriter& json, const char* name, const SpaceFigures& figures) {
+    json.key(name);
+    json.beginObject();
+    json.key("entities");
+    json.value(static_cast<std::int64_t>(figures.entities));
+    json.key("inserts");
+    json.beginObject();
+    json.key("total");
+    json.value(static_cast<std::int64_t>(figures.references));
+    json.key("by_name");
+    json.beginObject();
+    for (const auto& [block, count] : figures.byName) {
+        json.key(EncodeUtf8(block));
+        json.value(static_cast<std::int64_t>(count));
+    }
+    json.endObject();
+    json.endObject();
+    json.endObject();
+}
+
+void writeJson(const std::string& path, const DxfDocument& document, const DxfFacts& facts,
+               const SpaceFigures& model, const SpaceFigures& paper) {
     JsonWriter json;
     json.beginObject();
     json.key("file");
     json.value(std::string_view(path));
-    json.key("acadver");
-    json.value(document.version());
     json.key("format");
     json.value(std::string_view(document.isBinary() ? "binary" : "ascii"));
-    for (const auto& [name, figures] : {std::pair{"modelspace", &model}, std::pair{"paperspace", &paper}}) {
-        json.key(name);
-        json.beginObject();
-        json.key("inserts");
-        json.beginObject();
-        json.key("total");
-        json.value(static_cast<std::int64_t>(figures->references));
-        json.key("by_name");
-        json.beginObject();
-        for (const auto& [block, count] : figures->byName) {
-            json.key(EncodeUtf8(block));
-            json.value(static_cast<std::int64_t>(count));
+    for (const auto& [key, text] : {std::pair{"acadver", &facts.version},
+                                    std::pair{"dwgcodepage", &facts.codePage},
+                                    std::pair{"handseed", &facts.handleSeed}}) {
+        json.key(key);
+        if (text->empty()) {
+            json.null();
+        } else {
+            json.value(std::string_view(*text));
         }
-        json.endObject();
-        json.endObject();
-        json.endObject();
     }
+    json.key("encoding");
+    json.value(std::string_view(facts.encoding));
+    writeSpace(json, "modelspace", model);
+    writeSpace(json, "paperspace", paper);
     json.endObject();
     std::fputs(json.text().c_str(), stdout);
 }
 
-void writeText(const std::string& path, const DxfDocument& document, const SpaceFigures& model,
-               const SpaceFigures& paper) {
-    std::printf("%s\n  version     %s (%s)\n", path.c_str(), std::string(document.version()).c_str(),
+std::string orNone(const std::string& text) { return text.empty() ? "(none)" : text; }
+
+void writeText(const std::string& path, const DxfDocument& document, const DxfFacts& facts,
+               const SpaceFigures& model, const SpaceFigures& paper) {
+    std::printf("%s\n", path.c_str());
+    std::printf("  version      %s, %s\n", orNone(facts.version).c_str(),
                 document.isBinary() ? "binary" : "ascii");
+    std::printf("  code page    %s, read as %s\n", orNone(facts.codePage).c_str(),
+                facts.encoding.c_str());
+    std::printf("  handle seed  %s\n", orNone(facts.handleSeed).c_str());
     for (const auto& [name, figures] : {std::pair{"model space", &model}, std::pair{"paper space", &paper}}) {
-        std::printf("  %-11s %zu references\n", name, figures->references);
+        std::printf("  %-12s %zu entities, %zu references\n", name, figures->entities,
+                    figures->references);
         for (const auto& [block, count] : figures->byName)
             std::printf("    %-30s %6zu\n", EncodeText(block, TextFormat{}).c_str(), count);
     }
@@ -80,12 +103,14 @@ int runInfoCommand(const std::vector<std::string>& arguments) {
     const std::string& path = parsed.arguments->positional.front();
     auto session = DrawingSession::open(path);
     if (!session) return kExitFailure;
-    const SpaceFigures model = figuresOf(session->document(), DxfSpace::Model);
-    const SpaceFigures paper = figuresOf(session->document(), DxfSpace::Paper);
+    const DxfDocument& document = session->document();
+    const DxfFacts facts = document.facts();
+    const SpaceFigures model = figuresOf(document, DxfSpace::Model, facts.modelEntities);
+    const SpaceFigures paper = figuresOf(document, DxfSpace::PaperLayouts, facts.paperEntities);
     if (parsed.arguments->has("--json")) {
-        writeJson(path, session->document(), model, paper);
+        writeJson(path, document, facts, model, paper);
     } else {
-        writeText(path, session->document(), model, paper);
+        writeText(path, document, facts, model, paper);
     }
     return kExitOk;
 }

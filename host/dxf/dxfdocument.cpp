@@ -5,15 +5,10 @@
 #include <cwctype>
 
 #include "host/dxf/dxffile.h"
+#include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfviews.h"
 
 namespace {
-
-std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t')) text.remove_suffix(1);
-    return text;
-}
 
 std::wstring upper(std::wstring_view text) {
     std::wstring out(text);
@@ -82,12 +77,13 @@ DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::load(std::filesystem::path 
     return document;
 }
 
-DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readFile(const std::filesystem::path& path) {
+DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readFile(const std::filesystem::path& path,
+                                                              const DxfProgress& progress) {
     try {
-        DxfResult<DxfFileBytes> bytes = readWholeFile(path);
+        DxfResult<DxfFileBytes> bytes = readWholeFile(path, progress);
         if (!bytes.isOk()) return DxfError(bytes.errorString());
         DxfFileBytes file = bytes.takeValue();
-        return load(path, DxfTagFile::parse(path.string(), std::move(file.data), file.size));
+        return load(path, DxfTagFile::parse(path.string(), std::move(file.data), file.size, progress));
     } catch (const std::exception& e) {
         return DxfError(path.string() + ": " + e.what());
     }
@@ -106,8 +102,8 @@ DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readBytes(std::string name,
 void DxfDocument::indexDrawing() {
     if (const DxfSection* header = m_structure.section("HEADER"))
         m_header = DxfHeader(m_tags, m_records, header->begin);
-    m_version = std::string(trimmed(m_header.text(m_tags, "$ACADVER")));
-    m_codec = DxfTextCodec(m_version, trimmed(m_header.text(m_tags, "$DWGCODEPAGE")));
+    m_version = std::string(dxfTrimmed(m_header.text(m_tags, "$ACADVER")));
+    m_codec = DxfTextCodec(m_version, dxfTrimmed(m_header.text(m_tags, "$DWGCODEPAGE")));
     m_dialect =
         DxfDialect::forVersion(m_version, m_header.integer(m_tags, "$HANDLING").value_or(0) != 0);
     indexBlockTable();
@@ -201,8 +197,14 @@ const std::wstring& DxfDocument::internedText(std::string_view bytes) const {
 }
 
 std::vector<DxfReference> DxfDocument::blockReferences(DxfSpace space) const {
-    const std::vector<std::uint32_t>& inserts =
-        space == DxfSpace::Model ? m_modelInserts : m_paperInserts;
+    std::vector<std::uint32_t> inserts = space == DxfSpace::Model ? m_modelInserts : m_paperInserts;
+    if (space == DxfSpace::PaperLayouts) {
+        for (const auto& [begin, end] : otherPaperLayouts()) {
+            for (std::uint32_t r = begin + 1; r < end; ++r) {
+                if (m_records.kind(r) == DxfRecordKind::Insert) inserts.push_back(r);
+            }
+        }
+    }
     std::vector<DxfReference> references;
     try {
         references.reserve(inserts.size());

@@ -22,7 +22,20 @@
 #include "host/dxf/dxftagfile.h"
 #include "host/dxf/dxftextcodec.h"
 
-enum class DxfSpace { Model, Paper };
+// Paper is the active paper-space layout, the one editors select in; PaperLayouts every one of them
+// (the others are kept as the blocks *Paper_Space0, *Paper_Space1, ...).
+enum class DxfSpace { Model, Paper, PaperLayouts };
+
+// What a drawing is made of, as the file says it.
+struct DxfFacts {
+    std::string version;     // $ACADVER as written; empty when absent
+    std::string codePage;    // $DWGCODEPAGE as written; empty when absent
+    std::string encoding;    // the character set strings are read in, e.g. "UTF-8", "CP1252"
+    std::string handleSeed;  // $HANDSEED as written; empty when absent
+    // Entities a space holds directly; attributes, vertices and sequence ends belong to theirs.
+    std::size_t modelEntities = 0;
+    std::size_t paperEntities = 0;  // every paper-space layout
+};
 
 // A block reference as the editors select it, by window or by layer. The names stay valid while
 // the document lives.
@@ -35,7 +48,8 @@ struct DxfReference {
 
 class DxfDocument final : public AcDbDatabase {
 public:
-    static DxfResult<std::unique_ptr<DxfDocument>> readFile(const std::filesystem::path& path);
+    static DxfResult<std::unique_ptr<DxfDocument>> readFile(const std::filesystem::path& path,
+                                                            const DxfProgress& progress = {});
     // `name` stands for the file in messages and in DWGNAME.
     static DxfResult<std::unique_ptr<DxfDocument>> readBytes(std::string name,
                                                              std::string_view bytes);
@@ -52,7 +66,9 @@ public:
     std::string_view version() const { return m_version; }
     bool isBinary() const { return m_tags.format() == DxfFormat::Binary; }
 
-    // Model space, or the active paper space layout: its references in file order.
+    DxfFacts facts() const;
+
+    // The references of a space in file order.
     std::vector<DxfReference> blockReferences(DxfSpace space) const;
 
     // ATTREQ, SNAPMODE, OSMODE (RTSHORT) and DWGNAME (RTSTR, read only): RTNORM, or RTERROR for
@@ -104,6 +120,8 @@ private:
     void indexDrawing();
     void indexBlockTable();
     void indexInserts();
+    // Records between a block's BLOCK and ENDBLK of the other paper-space layouts.
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> otherPaperLayouts() const;
 
     static AcDbObjectId idOf(std::uint32_t record) {
         return AcDbObjectId(std::uint64_t{record} + 1);

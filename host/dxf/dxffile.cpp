@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -100,7 +101,8 @@ DxfResult<std::filesystem::path> createTemporary(const std::filesystem::path& ta
 
 }  // namespace
 
-DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path) {
+DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
+                                      const DxfProgress& progress) {
     UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!fd.isValid()) return systemError(path, "cannot open the file", errno);
     struct stat info {};
@@ -110,11 +112,14 @@ DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path) {
     DxfFileBytes bytes{std::make_unique_for_overwrite<char[]>(size + 1), size};
     std::size_t done = 0;
     while (done < size) {
-        const ssize_t n = ::read(fd.get(), bytes.data.get() + done, size - done);
+        // Pieces of 16 MiB, so that progress can be told between them.
+        const std::size_t piece = std::min<std::size_t>(size - done, std::size_t{1} << 24);
+        const ssize_t n = ::read(fd.get(), bytes.data.get() + done, piece);
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) return systemError(path, "cannot read the file", errno);
         if (n == 0) break;
         done += static_cast<std::size_t>(n);
+        if (progress) progress(done, 4 * std::uint64_t{size});
     }
     bytes.size = done;
     return bytes;

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 
+#include "host/dxf/dxfprogress.h"
 #include "host/dxf/dxfresult.h"
 #include "host/dxf/dxfsink.h"
 
@@ -15,7 +16,8 @@ struct DxfFileBytes {
     std::size_t size = 0;
 };
 
-DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path);
+DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
+                                      const DxfProgress& progress = {});
 
 // `produce` hands the new content to its sink piece by piece. A failure leaves the target as it
 // was.

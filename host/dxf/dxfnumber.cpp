@@ -10,14 +10,6 @@ namespace {
 bool isBlank(char c) { return c == ' ' || c == '\t'; }
 bool isDigit(char c) { return static_cast<unsigned char>(c - '0') <= 9; }
 
-std::string_view trimmed(std::string_view text) {
-    std::size_t b = 0;
-    std::size_t e = text.size();
-    while (b < e && isBlank(text[b])) ++b;
-    while (e > b && isBlank(text[e - 1])) --e;
-    return text.substr(b, e - b);
-}
-
 int hexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
     if (c >= 'A' && c <= 'F') return c - 'A' + 10;
@@ -27,8 +19,16 @@ int hexDigit(char c) {
 
 }  // namespace
 
+std::string_view dxfTrimmed(std::string_view text) {
+    std::size_t b = 0;
+    std::size_t e = text.size();
+    while (b < e && isBlank(text[b])) ++b;
+    while (e > b && isBlank(text[e - 1])) --e;
+    return text.substr(b, e - b);
+}
+
 bool isDxfInteger(std::string_view text) {
-    const std::string_view t = trimmed(text);
+    const std::string_view t = dxfTrimmed(text);
     std::size_t i = 0;
     if (i < t.size() && (t[i] == '+' || t[i] == '-')) ++i;
     if (i == t.size()) return false;
@@ -39,7 +39,7 @@ bool isDxfInteger(std::string_view text) {
 }
 
 bool isDxfReal(std::string_view text) {
-    const std::string_view t = trimmed(text);
+    const std::string_view t = dxfTrimmed(text);
     const std::size_t n = t.size();
     std::size_t i = 0;
     if (i < n && (t[i] == '+' || t[i] == '-')) ++i;
@@ -61,7 +61,7 @@ bool isDxfReal(std::string_view text) {
 }
 
 bool isDxfHex(std::string_view text) {
-    for (const char c : trimmed(text)) {
+    for (const char c : dxfTrimmed(text)) {
         if (hexDigit(c) < 0) return false;
     }
     return true;
@@ -85,7 +85,7 @@ std::optional<double> parseDxfReal(std::string_view text) {
 }
 
 std::optional<std::int64_t> parseDxfInteger(std::string_view text) {
-    std::string_view t = trimmed(text);
+    std::string_view t = dxfTrimmed(text);
     if (!t.empty() && t.front() == '+') t.remove_prefix(1);
     std::int64_t value = 0;
     const auto [end, error] = std::from_chars(t.data(), t.data() + t.size(), value);
@@ -94,7 +94,7 @@ std::optional<std::int64_t> parseDxfInteger(std::string_view text) {
 }
 
 std::optional<std::uint64_t> parseDxfHex(std::string_view text) {
-    const std::string_view t = trimmed(text);
+    const std::string_view t = dxfTrimmed(text);
     if (t.empty() || t.size() > 16) return std::nullopt;
     std::uint64_t value = 0;
     for (const char c : t) {

@@ -6,6 +6,9 @@
 #include <string>
 #include <string_view>
 
+// The text without the blanks (spaces, tabs) that writers put around values.
+std::string_view dxfTrimmed(std::string_view text);
+
 // Blanks (spaces, tabs) may surround every number; writers pad integers to a width.
 bool isDxfInteger(std::string_view text);
 bool isDxfReal(std::string_view text);

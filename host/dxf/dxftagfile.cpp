@@ -47,13 +47,14 @@ DxfTagFile::DxfTagFile(std::string name, std::unique_ptr<char[]> bytes, std::siz
     : m_name(std::move(name)), m_data(std::move(bytes)), m_size(size) {}
 
 DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, std::unique_ptr<char[]> bytes,
-                                        std::size_t size) {
+                                        std::size_t size, const DxfProgress& progress) {
     if (size > std::numeric_limits<std::uint32_t>::max())
         return DxfError(name + ": the file is larger than 4 GiB");
     DxfTagFile file(std::move(name), std::move(bytes), size);
     // While scanning, every tag is an original one, so that messages can name its place.
     file.m_originalTagCount = std::numeric_limits<std::uint32_t>::max();
     const std::string_view start(file.m_data.get(), size);
+    if (progress) file.m_progress = &progress;
     DxfStatus status;
     if (start.starts_with(kBinarySentinel)) {
         file.m_format = DxfFormat::Binary;
@@ -67,6 +68,7 @@ DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, std::unique_ptr<char[]
         file.m_tags.reserve(size / 4 + 16);
         status = file.scanAscii();
     }
+    file.m_progress = nullptr;
     if (!status.isOk()) return DxfError(status.errorString());
     file.m_originalTagCount = file.tagCount();
     return file;
@@ -81,6 +83,11 @@ DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, std::string_view bytes
 DxfStatus DxfTagFile::noteTag(std::uint32_t index, std::string_view text) {
     const int tagCode = code(index);
     if (tagCode == 0 || index == 0) {
+        // Every 65,536 records: a 200 MB drawing tells some thirty times.
+        if (m_progress != nullptr && (m_recordStarts.size() & 0xFFFF) == 0) {
+            const std::uint64_t size = m_size == 0 ? 1 : m_size;
+            (*m_progress)(size + 3 * std::uint64_t{m_tags[index].valueOffset}, 4 * size);
+        }
         m_recordStarts.push_back(index);
         m_recordKinds.push_back(tagCode == 0 ? dxfRecordKind(text) : DxfRecordKind::Other);
     }

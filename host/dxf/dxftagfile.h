@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/dxf/dxfprogress.h"
 #include "host/dxf/dxfrecordkind.h"
 #include "host/dxf/dxfresult.h"
 
@@ -31,7 +32,7 @@ public:
     // Splits the bytes into tags up to and including "0 EOF"; what follows is kept as it is. A file
     // without "0 EOF" is read to its end (reachedEof() tells). `name` leads every message.
     static DxfResult<DxfTagFile> parse(std::string name, std::unique_ptr<char[]> bytes,
-                                       std::size_t size);
+                                       std::size_t size, const DxfProgress& progress = {});
     static DxfResult<DxfTagFile> parse(std::string name, std::string_view bytes);
 
     const std::string& name() const { return m_name; }
@@ -130,4 +131,5 @@ private:
     std::vector<std::uint32_t> m_recordStarts;
     std::vector<DxfRecordKind> m_recordKinds;
     std::deque<std::string> m_added;  // a deque never moves what it holds
+    const DxfProgress* m_progress = nullptr;  // while scanning
 };
