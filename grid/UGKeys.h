@@ -22,3 +22,10 @@ inline constexpr int VK_DOWN = 40;
 inline constexpr int VK_INSERT = 45;
 inline constexpr int VK_DELETE = 46;
 inline constexpr int VK_F1 = 112;  // VK_F1 + n - 1 for Fn, up to F24
+
+// Key flags of mouse notifications: buttons held and modifier keys.
+inline constexpr unsigned MK_LBUTTON = 0x1;
+inline constexpr unsigned MK_RBUTTON = 0x2;
+inline constexpr unsigned MK_SHIFT = 0x4;
+inline constexpr unsigned MK_CONTROL = 0x8;
+inline constexpr unsigned MK_MBUTTON = 0x10;
