@@ -128,5 +128,5 @@ void CUGDropListType::OnDraw(QPainter* dc, const QRect& rect, int col, long row,
         dc->fillRect(button, UGBlend(face, UGToQColor(GetSysColor(COLOR_BTNSHADOW)), 0.35));
     else if (current)
         dc->fillRect(button, UGBlend(back, face, 0.85));
-    UGDrawChevron(dc, button, UGBlend(back, UGToQColor(cell->GetTextColor()), 0.7));
+    UGDrawChevron(dc, button, UGBlend(back, UGToQColor(cell->GetTextColor()), current ? 0.75 : 0.45));
 }

@@ -20,6 +20,9 @@ CUGLstBox::CUGLstBox(CUGCtrl* ctrl) : QListWidget(ctrl), m_ctrl(ctrl) {
     hide();
     setFrameShape(QFrame::Box);
     setUniformItemSizes(true);
+    setSpacing(0);
+    setStyleSheet(QStringLiteral("QListWidget { border: 1px solid palette(mid); padding: 0px; }"
+                                  " QListWidget::item { padding-left: 2px; }"));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { Choose(row(item)); });
 }
@@ -29,6 +32,9 @@ void CUGLstBox::Open(CUGDropListType* owner, int col, long row, const QRect& cel
     Close();
     clear();
     addItems(options);
+    // Options as tall as the grid's rows, so the list reads like the cells it fills.
+    const int rowHeight = std::max(m_ctrl->GetGridInfo()->GetRowHeight(row), fontMetrics().height() + 4);
+    for (int i = 0; i < count(); ++i) item(i)->setSizeHint(QSize(0, rowHeight));
     setCurrentRow(std::max(0, static_cast<int>(options.indexOf(current))));
     m_owner = owner;
     m_col = col;
@@ -40,7 +46,7 @@ void CUGLstBox::Open(CUGDropListType* owner, int col, long row, const QRect& cel
     int height = visible * itemHeight + frame;
     const int scrollBar = options.size() > kVisibleItems ? verticalScrollBar()->sizeHint().width() : 0;
     const int width = std::min(m_ctrl->width(),
-                               std::max(cellRect.width(), sizeHintForColumn(0) + frame + scrollBar + 8));
+                               std::max(cellRect.width() + 1, sizeHintForColumn(0) + frame + scrollBar + 8));
     int top = cellRect.bottom() + 1;
     if (top + height > m_ctrl->height()) {
         if (cellRect.top() - height >= 0)
