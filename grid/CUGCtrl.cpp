@@ -51,7 +51,15 @@ CUGCtrl::CUGCtrl(QWidget* parent)
     AddCellType(m_arrowType.get());
 }
 
-CUGCtrl::~CUGCtrl() = default;
+CUGCtrl::~CUGCtrl() {
+    // The cell area, the editor and the list box go first, while the control they report to is
+    // still whole: a child that loses the focus as it goes still sends its notifications.
+    m_editing = false;
+    m_listBox->Close();
+    delete m_listBox;
+    setFocusProxy(nullptr);
+    delete m_CUGGrid;
+}
 
 void CUGCtrl::CreateChildren() {
     m_CUGGrid = new CUGGrid(this);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QTest>
+#include <memory>
 
 #include "RecordingGrid.h"
 #include "grid/CUGEdit.h"
@@ -125,6 +126,15 @@ TEST(CUGEdit, ClickingAnotherCellEndsTheEditAndStoresIt) {
     EXPECT_FALSE(grid.IsEditing());
     EXPECT_STREQ(grid.QuickGetText(0, 0), L"kept");
     EXPECT_EQ(grid.GetCurrentRow(), 2);
+}
+
+TEST(CUGEdit, AGridGoesAwaySafelyWhileItsEditorHasTheFocus) {
+    auto grid = std::make_unique<RecordingGrid>(3, 3);
+    grid->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(grid.get()));
+    ASSERT_EQ(grid->StartEdit(0, 0, 0), 0);
+    ASSERT_TRUE(grid->GetEditClass()->hasFocus());
+    grid.reset();
 }
 
 }  // namespace
