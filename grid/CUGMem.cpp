@@ -87,7 +87,14 @@ CUGMem::Slot& CUGMem::MakeSlot(int col, long row) {
     if (SlotIndex(row) >= rows.size()) rows.resize(SlotIndex(row) + 1);
     Row& r = rows[SlotIndex(row)];
     auto& slots = col < 0 ? r.sideCells : r.cells;
-    if (SlotIndex(col) >= slots.size()) slots.resize(SlotIndex(col) + 1);
+    const std::size_t needed = SlotIndex(col) + 1;
+    if (needed > slots.size()) {
+        // Rows of a table tend to be as wide as each other: a new row gets the room of the widest
+        // at once instead of growing by doubling, which would leave slots unused.
+        if (col >= 0 && needed > slots.capacity()) slots.reserve(std::max(needed, m_widestRow));
+        slots.resize(needed);
+        if (col >= 0) m_widestRow = std::max(m_widestRow, needed);
+    }
     return slots[SlotIndex(col)];
 }
 
@@ -182,22 +189,33 @@ int CUGMem::FindAlongRows(std::wstring_view needle, int* col, long* row, long fl
 
 int CUGMem::SortBy(const int* cols, int count, int flags) {
     if (m_rows.size() < 2 || !cols || count <= 0) return UG_SUCCESS;
-    auto cellOf = [](const Row& row, int col) -> const CUGCell* {
+    auto cellOf = [this](std::size_t row, int col) -> const CUGCell* {
         const std::size_t index = SlotIndex(col);
-        const auto& slots = col < 0 ? row.sideCells : row.cells;
+        const auto& slots = col < 0 ? m_rows[row].sideCells : m_rows[row].cells;
         return (index < slots.size() && slots[index]) ? &*slots[index] : nullptr;
     };
+    // Rows are sorted as small keys holding the first sort column's cell, and moved into their
+    // order at the end.
+    struct Key {
+        const CUGCell* first;
+        std::size_t row;
+    };
+    std::vector<Key> keys(m_rows.size());
+    for (std::size_t row = 0; row < keys.size(); ++row) keys[row] = {cellOf(row, cols[0]), row};
     // An exchange sort swaps an adjacent pair when the first sort column that does not compare
     // equal says the earlier row goes after the later one. The merge sort asks the same question,
     // always with the row that stands earlier as the first cell, and keeps equal rows in order.
-    auto goesBefore = [&](const Row& later, const Row& earlier) {
-        for (int k = 0; k < count; ++k) {
-            const int result = Compare(cellOf(earlier, cols[k]), cellOf(later, cols[k]), flags);
-            if (result != 0) return result > 0;
-        }
-        return false;
+    auto goesBefore = [&](const Key& later, const Key& earlier) {
+        int result = Compare(earlier.first, later.first, flags);
+        for (int k = 1; k < count && result == 0; ++k)
+            result = Compare(cellOf(earlier.row, cols[k]), cellOf(later.row, cols[k]), flags);
+        return result > 0;
     };
-    std::stable_sort(m_rows.begin(), m_rows.end(), goesBefore);
+    std::stable_sort(keys.begin(), keys.end(), goesBefore);
+    std::vector<Row> sorted;
+    sorted.reserve(m_rows.size());
+    for (const Key& key : keys) sorted.push_back(std::move(m_rows[key.row]));
+    m_rows = std::move(sorted);
     return UG_SUCCESS;
 }
 

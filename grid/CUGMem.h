@@ -46,4 +46,5 @@ private:
 
     std::vector<Row> m_rows;         // rows 0, 1, ...
     std::vector<Row> m_headingRows;  // rows -1, -2, ... (the top heading)
+    std::size_t m_widestRow = 0;      // slots of the widest row written so far
 };
