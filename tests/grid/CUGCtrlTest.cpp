@@ -1,0 +1,349 @@
+// The grid control's operations: counts and their bounds, rows and the uniform mode, moving the
+// current cell, scroll bars at layout, the pop-up menu, and attaching to a dialog's placeholder.
+#include <gtest/gtest.h>
+
+#include <QDialog>
+#include <QMenu>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include "RecordingGrid.h"
+#include "grid/CUGHScroll.h"
+#include "grid/CUGTopHdg.h"
+#include "grid/CUGVScroll.h"
+
+namespace {
+
+TEST(CUGCtrl, CountsAndSizesRefuseArgumentsOutOfBounds) {
+    RecordingGrid grid(3, 10);
+    EXPECT_EQ(grid.SetStandardRowHeight(0), 1);
+    EXPECT_EQ(grid.SetStandardRowHeight(1025), 1);
+    EXPECT_EQ(grid.GetStandardRowHeight(), 20);
+    EXPECT_EQ(grid.SetStandardRowHeight(1024), 0);
+    EXPECT_EQ(grid.GetRowHeight(5), 1024);
+    EXPECT_EQ(grid.SetNumberCols(32001), 1);
+    EXPECT_EQ(grid.GetNumberCols(), 3);
+    EXPECT_EQ(grid.SetNumberCols(32000), 0);
+    EXPECT_EQ(grid.SetSideHdgWidth(1025), 1);
+    EXPECT_EQ(grid.SetSideHdgWidth(1024), 0);
+    EXPECT_EQ(grid.SetSideHdgWidth(0), 0);
+    EXPECT_EQ(grid.GetSideHdgWidth(), 0);
+    EXPECT_EQ(grid.SetNumberRows(-1), 1);
+    EXPECT_EQ(grid.GetNumberRows(), 10);
+    EXPECT_EQ(grid.GetColWidth(32000), 1);
+    EXPECT_EQ(grid.GetColWidth(-1), 1);
+}
+
+TEST(CUGCtrl, SetColWidthHandsOtherColumnsToTheSideHeadingAndSaysOne) {
+    RecordingGrid grid(3, 10);
+    EXPECT_EQ(grid.SetColWidth(1, 60), 0);
+    EXPECT_EQ(grid.GetColWidth(1), 60);
+    EXPECT_EQ(grid.SetColWidth(-1, 30), 1);  // applied all the same
+    EXPECT_EQ(grid.GetSideHdgWidth(), 30);
+    EXPECT_EQ(grid.SetColWidth(3, 30), 1);
+    EXPECT_EQ(grid.GetSideHdgWidth(), 30);
+}
+
+TEST(CUGCtrl, SixtyFourThousandAndOneRowsMakeEveryRowStandardForGood) {
+    RecordingGrid grid(3, 10);
+    EXPECT_EQ(grid.SetRowHeight(3, 45), 0);
+    EXPECT_EQ(grid.GetRowHeight(3), 45);
+    EXPECT_EQ(grid.SetNumberRows(64000), 0);
+    EXPECT_EQ(grid.GetRowHeight(3), 45);  // still one height per row
+    EXPECT_EQ(grid.SetNumberRows(64001), 0);
+    EXPECT_EQ(grid.GetRowHeight(3), 20);
+    EXPECT_EQ(grid.SetRowHeight(3, 45), 1);
+    EXPECT_EQ(grid.SetNumberRows(10), 0);
+    EXPECT_EQ(grid.GetRowHeight(3), 20);
+    EXPECT_EQ(grid.SetRowHeight(3, 45), 1);
+    EXPECT_EQ(grid.GetGridInfo()->m_uniformRowHeightFlag, 1);
+}
+
+TEST(CUGCtrl, ShrinkingMovesTheCurrentRowAndTheFirstRowBecomesCurrent) {
+    RecordingGrid grid(3, 0);
+    EXPECT_EQ(grid.GetCurrentRow(), -1);
+    EXPECT_EQ(grid.SetNumberRows(1), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 0);
+    EXPECT_TRUE(grid.Logged("RowChange -1 0"));
+    grid.SetNumberRows(10);
+    ASSERT_EQ(grid.GotoCell(1, 8), 0);
+    grid.SetNumberRows(5);
+    EXPECT_EQ(grid.GetCurrentRow(), 4);
+    EXPECT_EQ(grid.GetCurrentCol(), 1);
+    grid.SetNumberRows(0);
+    EXPECT_EQ(grid.GetCurrentRow(), -1);
+    EXPECT_EQ(grid.GotoCell(0, 0), 1);
+}
+
+TEST(CUGCtrl, MoveCurrentRowCodes) {
+    RecordingGrid grid(3, 100);
+    EXPECT_EQ(grid.GetCurrentRow(), 0);
+    EXPECT_EQ(grid.MoveCurrentRow(6), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 0);
+    EXPECT_EQ(grid.MoveCurrentRow(1), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 1);
+    EXPECT_EQ(grid.MoveCurrentRow(0), 0);
+    EXPECT_EQ(grid.MoveCurrentRow(0), 0);  // row 0 already
+    EXPECT_EQ(grid.GetCurrentRow(), 0);
+    // 280 pixels of cells show 14 rows; a page down goes a page past the last of them.
+    EXPECT_EQ(grid.MoveCurrentRow(3), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 27);
+    EXPECT_EQ(grid.GetTopRow(), 14);
+    EXPECT_EQ(grid.MoveCurrentRow(2), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 0);
+    EXPECT_EQ(grid.MoveCurrentRow(5), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 99);
+    EXPECT_EQ(grid.MoveCurrentRow(1), 1);  // no row below the last
+    EXPECT_EQ(grid.MoveCurrentRow(4), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 0);
+
+    RecordingGrid ten(3, 10);
+    EXPECT_EQ(ten.MoveCurrentRow(5), 0);
+    EXPECT_EQ(ten.GetCurrentRow(), 9);
+}
+
+TEST(CUGCtrl, GotoCellIsRefusedByOnCanMoveCellWhichSeesTheViewOrigin) {
+    RecordingGrid grid(3, 100);
+    ASSERT_EQ(grid.GotoCell(1, 30), 0);  // scrolls: row 30 at the bottom of 14 visible rows
+    ASSERT_EQ(grid.GetTopRow(), 17);
+    grid.Clear();
+    grid.allowMove = 0;
+    EXPECT_EQ(grid.GotoCell(2, 31), 2);
+    EXPECT_EQ(grid.log, std::vector<std::string>{"CanMoveCell 0 17 2 31"});
+    EXPECT_EQ(grid.GetCurrentCol(), 1);
+    EXPECT_EQ(grid.GetCurrentRow(), 30);
+}
+
+TEST(CUGCtrl, AMoveOutOfViewAsksToScrollAndFiresTheChangesInOrder) {
+    RecordingGrid grid(3, 100);
+    grid.allowScroll = 0;
+    EXPECT_EQ(grid.GotoCell(2, 50), 2);
+    EXPECT_EQ(grid.GetCurrentRow(), 0);
+    grid.allowScroll = 1;
+    grid.Clear();
+    EXPECT_EQ(grid.GotoCell(2, 50), 0);
+    const std::vector<std::string> expected{"CanMoveCell 0 0 2 50", "CanScrollView 0 2 0 50",
+                                            "ColChange 0 2",        "RowChange 0 50",
+                                            "CellChange 0 2 0 50",  "TopRowChange 0 37"};
+    EXPECT_EQ(grid.log, expected);
+    EXPECT_EQ(grid.GotoCell(2, 50), 0);  // already there: nothing asked
+    EXPECT_EQ(grid.log.size(), expected.size());
+}
+
+TEST(CUGCtrl, AMovePastTheLastRowHitsBottom) {
+    RecordingGrid grid(3, 10);
+    ASSERT_EQ(grid.GotoCell(0, 3), 0);
+    grid.Clear();
+    EXPECT_EQ(grid.GotoCell(0, 12), 0);  // lands on the last row
+    EXPECT_EQ(grid.GetCurrentRow(), 9);
+    EXPECT_TRUE(grid.Logged("HitBottom 10 3 0"));
+    EXPECT_EQ(grid.GotoCell(0, 10), 1);  // and no further
+    EXPECT_EQ(grid.GetCurrentRow(), 9);
+}
+
+TEST(CUGCtrl, ScrollBarsAppearAndVanishAtLayout) {
+    RecordingGrid grid(3, 10);
+    EXPECT_FALSE(grid.GetVScrollWindow()->isVisible());
+    EXPECT_FALSE(grid.GetHScrollWindow()->isVisible());
+    grid.SetColWidth(1, 500);
+    EXPECT_TRUE(grid.GetHScrollWindow()->isVisible());
+    EXPECT_FALSE(grid.GetVScrollWindow()->isVisible());
+    grid.SetNumberRows(200);
+    EXPECT_TRUE(grid.GetVScrollWindow()->isVisible());
+    EXPECT_EQ(grid.GetVScrollWindow()->maximum(), 200 - grid.GetBottomRow());
+    grid.SetColWidth(1, 100);
+    grid.SetNumberRows(5);
+    EXPECT_FALSE(grid.GetVScrollWindow()->isVisible());
+    EXPECT_FALSE(grid.GetHScrollWindow()->isVisible());
+    EXPECT_EQ(grid.GetGridWindow()->geometry(), QRect(0, 20, 400, 280));
+}
+
+TEST(CUGCtrl, TheScrollBarMovesTheTopRow) {
+    RecordingGrid grid(3, 200);
+    grid.GetVScrollWindow()->setValue(40);
+    EXPECT_EQ(grid.GetTopRow(), 40);
+    EXPECT_TRUE(grid.Logged("TopRowChange 0 40"));
+    EXPECT_EQ(grid.GetCurrentRow(), 0);  // scrolling leaves the current cell alone
+}
+
+TEST(CUGCtrl, OnlyMenuIdsFromOneThousandReachOnMenuCommand) {
+    RecordingGrid grid(3, 10);
+    grid.AddMenuItem(999, "Not a menu command");
+    grid.AddMenuItem(1000, "Menu command");
+    grid.EnableMenu(1);
+    QTest::mouseClick(grid.GetGridWindow(), Qt::RightButton, {}, grid.CellCentre(2, 4));
+    ASSERT_TRUE(grid.GetPopupMenu()->isVisible());
+    const QList<QAction*> actions = grid.GetPopupMenu()->actions();
+    actions[0]->trigger();
+    EXPECT_FALSE(grid.Logged("MenuCommand 2 4 1 999"));
+    actions[1]->trigger();
+    EXPECT_TRUE(grid.Logged("MenuCommand 2 4 1 1000"));
+    grid.Clear();
+    grid.OnCommand(999);
+    EXPECT_TRUE(grid.log.empty());
+    grid.OnCommand(0x10000 + 1001);
+    EXPECT_EQ(grid.log, std::vector<std::string>{"MenuCommand 2 4 1 1001"});
+}
+
+TEST(CUGCtrl, ClicksMoveTheCurrentCellAndHeadingClicksReportTheColumn) {
+    RecordingGrid grid(3, 10);
+    QTest::mouseClick(grid.GetGridWindow(), Qt::LeftButton, {}, grid.CellCentre(2, 3));
+    EXPECT_EQ(grid.GetCurrentCol(), 2);
+    EXPECT_EQ(grid.GetCurrentRow(), 3);
+    EXPECT_TRUE(grid.Logged("CellLeftClick 2 3 1 0"));
+    EXPECT_TRUE(grid.Logged("CellLeftClick 2 3 0 0"));
+    QTest::mouseClick(grid.GetTopHdgWindow(), Qt::LeftButton, {}, QPoint(150, 10));
+    EXPECT_TRUE(grid.Logged("TopHdgLeftClick 1 -1 1"));
+    EXPECT_TRUE(grid.Logged("TopHdgLeftClick 1 -1 0"));
+}
+
+TEST(CUGCtrl, KeysMoveTheCurrentCell) {
+    RecordingGrid grid(3, 10);
+    QWidget* cells = grid.GetGridWindow();
+    QTest::keyClick(cells, Qt::Key_Right);
+    QTest::keyClick(cells, Qt::Key_Down);
+    QTest::keyClick(cells, Qt::Key_Down);
+    EXPECT_EQ(grid.GetCurrentCol(), 1);
+    EXPECT_EQ(grid.GetCurrentRow(), 2);
+    QTest::keyClick(cells, Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(grid.GetCurrentCol(), 2);
+    EXPECT_EQ(grid.GetCurrentRow(), 9);
+    QTest::keyClick(cells, Qt::Key_Home);
+    EXPECT_EQ(grid.GetCurrentCol(), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 9);
+}
+
+TEST(CUGCtrl, DraggingAHeadingDividerSizesTheColumn) {
+    RecordingGrid grid(3, 10);
+    QWidget* heading = grid.GetTopHdgWindow();
+    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(99, 10));  // right edge of column 0
+    QTest::mouseMove(heading, QPoint(140, 10));
+    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(140, 10));
+    EXPECT_EQ(grid.GetColWidth(0), 141);
+    EXPECT_TRUE(grid.Logged("ColSizing 0"));
+    EXPECT_TRUE(grid.Logged("ColSized 0 141"));
+    EXPECT_FALSE(grid.Logged("TopHdgLeftClick 0 -1 1"));
+
+    grid.fixedWidth = 80;  // the handler may hold the width
+    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(240, 10));
+    QTest::mouseMove(heading, QPoint(300, 10));
+    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(300, 10));
+    EXPECT_EQ(grid.GetColWidth(1), 80);
+}
+
+class NoSizing final : public RecordingGrid {
+public:
+    NoSizing() : RecordingGrid(3, 10) {}
+    int OnCanSizeCol(int) override { return 0; }
+};
+
+TEST(CUGCtrl, OnCanSizeColKeepsTheDividerFixed) {
+    NoSizing grid;
+    QWidget* heading = grid.GetTopHdgWindow();
+    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(99, 10));
+    QTest::mouseMove(heading, QPoint(140, 10));
+    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(140, 10));
+    EXPECT_EQ(grid.GetColWidth(0), 100);
+    EXPECT_TRUE(grid.Logged("TopHdgLeftClick 0 -1 1"));  // an ordinary click instead
+}
+
+TEST(CUGCtrl, SortByGoesThroughOnSortCompareWithMissingCells) {
+    RecordingGrid grid(2, 4);
+    grid.QuickSetText(0, 0, L"pear");
+    grid.QuickSetText(0, 2, L"apple");
+    grid.QuickSetText(0, 3, L"fig");
+    grid.QuickSetText(1, 1, L"row 1 has no column 0");
+    grid.Clear();
+    EXPECT_EQ(grid.SortBy(0, 1), 0);
+    EXPECT_TRUE(grid.Logged("SortCompare with a missing cell"));
+    EXPECT_EQ(grid.QuickGetText(0, 0), nullptr);
+    EXPECT_STREQ(grid.QuickGetText(1, 0), L"row 1 has no column 0");
+    EXPECT_STREQ(grid.QuickGetText(0, 1), L"apple");
+    EXPECT_STREQ(grid.QuickGetText(0, 3), L"pear");
+    EXPECT_EQ(grid.SortBy(0, 2), 0);
+    EXPECT_STREQ(grid.QuickGetText(0, 0), L"pear");
+    EXPECT_EQ(grid.QuickGetText(0, 3), nullptr);
+    EXPECT_EQ(grid.SortBy(0, 3), 1);
+}
+
+TEST(CUGCtrl, QuickOperationsKeepTheOtherPropertiesAndTellOnSetCell) {
+    RecordingGrid grid(3, 10);
+    grid.QuickSetCellType(1, 2, UGCT_DROPLIST);
+    grid.QuickSetLabelText(1, 2, L"a\nb\n");
+    grid.QuickSetText(1, 2, L"b");
+    EXPECT_TRUE(grid.Logged("SetCell 1 2 b"));
+    CUGCell cell;
+    ASSERT_EQ(grid.GetCell(1, 2, &cell), 0);
+    EXPECT_EQ(cell.GetCellType(), UGCT_DROPLIST);
+    EXPECT_STREQ(cell.GetLabelText(), L"a\nb\n");
+    std::wstring text = L"old";
+    EXPECT_EQ(grid.QuickGetText(0, 0, &text), 0);
+    EXPECT_EQ(text, L"");
+    // The drawn cell lays the stored one over the sheet's and the column's defaults.
+    CUGCell defaults;
+    defaults.SetAlignment(UG_ALIGNRIGHT);
+    defaults.SetText(L"-");
+    grid.SetColDefault(1, &defaults);
+    grid.GetCellIndirect(1, 2, &cell);
+    EXPECT_STREQ(cell.GetText(), L"b");
+    EXPECT_EQ(cell.GetAlignment(), UG_ALIGNRIGHT);
+    grid.GetCellIndirect(1, 3, &cell);
+    EXPECT_STREQ(cell.GetText(), L"-");
+    grid.GetCellIndirect(1, -1, &cell);
+    EXPECT_EQ(cell.GetBorder(), UG_BDR_RAISED);
+    EXPECT_EQ(cell.GetAlignment(), 36);
+}
+
+TEST(CUGCtrl, RowsInsertedAndDeletedMoveTheirCells) {
+    RecordingGrid grid(1, 3);
+    for (long row = 0; row < 3; ++row) grid.QuickSetText(0, row, std::to_wstring(row));
+    EXPECT_EQ(grid.InsertRow(1), 0);
+    EXPECT_EQ(grid.GetNumberRows(), 4);
+    EXPECT_EQ(grid.QuickGetText(0, 1), nullptr);
+    EXPECT_STREQ(grid.QuickGetText(0, 2), L"1");
+    EXPECT_EQ(grid.DeleteRow(0), 0);
+    EXPECT_STREQ(grid.QuickGetText(0, 2), L"2");
+    EXPECT_EQ(grid.DeleteRow(3), 1);
+    EXPECT_EQ(grid.InsertRow(5), 1);
+    EXPECT_EQ(grid.AppendRow(), 0);
+    EXPECT_EQ(grid.GetNumberRows(), 4);
+}
+
+TEST(CUGCtrl, AttachGridTakesThePlaceOfThePlaceholder) {
+    QDialog dialog;
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* placeholder = new QWidget;
+    placeholder->setObjectName("216");
+    layout->addWidget(placeholder);
+    dialog.resize(300, 200);
+    dialog.show();
+    const QRect place = placeholder->geometry();
+
+    RecordingGrid grid(3, 10);
+    grid.Clear();
+    EXPECT_EQ(grid.AttachGrid(&dialog, 999), 0);
+    EXPECT_EQ(grid.AttachGrid(&dialog, 216), 1);
+    EXPECT_EQ(grid.parentWidget(), &dialog);
+    EXPECT_EQ(grid.geometry(), place);
+    EXPECT_EQ(grid.objectName(), "216");
+    EXPECT_EQ(layout->indexOf(&grid), 0);
+    EXPECT_TRUE(placeholder->isHidden());
+    EXPECT_EQ(dialog.findChild<QWidget*>("216"), &grid);
+    EXPECT_EQ(grid.log, (std::vector<std::string>{"GridSetup", "SheetSetup 0"}));
+}
+
+TEST(CUGCtrl, SheetsKeepTheirOwnCellsAndSetUp) {
+    RecordingGrid grid(2, 2);
+    grid.QuickSetText(0, 0, L"first sheet");
+    EXPECT_EQ(grid.SetNumberSheets(3), 0);
+    EXPECT_TRUE(grid.Logged("SheetSetup 1"));
+    EXPECT_TRUE(grid.Logged("SheetSetup 2"));
+    EXPECT_EQ(grid.SetSheetNumber(1), 0);
+    EXPECT_EQ(grid.GetNumberCols(), 0);
+    EXPECT_EQ(grid.QuickGetText(0, 0), nullptr);
+    EXPECT_EQ(grid.SetSheetNumber(3), 1);
+    EXPECT_EQ(grid.SetSheetNumber(0), 0);
+    EXPECT_STREQ(grid.QuickGetText(0, 0), L"first sheet");
+}
+
+}  // namespace

@@ -1,0 +1,140 @@
+// In-place editing with real keys: the base keystroke filter, finishing, cancelling, refusing and
+// going on in the next cell.
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <memory>
+
+#include "RecordingGrid.h"
+#include "grid/CUGEdit.h"
+#include "grid/CUGMaskedEdit.h"
+
+namespace {
+
+// Types into the editor of a cell and returns what the editor holds.
+QString TypeInto(RecordingGrid& grid, int col, const char* keys) {
+    EXPECT_EQ(grid.StartEdit(col, 0, 0), 0);
+    CUGEdit* edit = grid.GetEditClass();
+    QTest::keyClicks(edit, keys);
+    return edit->text();
+}
+
+TEST(CUGEdit, ThePriceColumnTakesDigitsAndOnePoint) {
+    RecordingGrid grid(4, 3);
+    EXPECT_EQ(TypeInto(grid, 1, "12.5.a|3"), "12.53");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Backspace);
+    EXPECT_EQ(grid.GetEditClass()->text(), "12.5");
+}
+
+TEST(CUGEdit, TheSeparatorIsSwallowedInColumnsOneAndTwoOnly) {
+    RecordingGrid grid(4, 3);
+    EXPECT_EQ(TypeInto(grid, 2, "a|b.c"), "ab.c");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Escape);
+    EXPECT_EQ(TypeInto(grid, 3, "a|b"), "a|b");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Escape);
+    EXPECT_EQ(TypeInto(grid, 0, "x|y"), "x|y");
+}
+
+TEST(CUGEdit, EnterStoresTheTextAndEscapeDoesNot) {
+    RecordingGrid grid(4, 3);
+    grid.QuickSetText(0, 0, L"old");
+    ASSERT_EQ(grid.StartEdit(0, 0, 0), 0);
+    EXPECT_EQ(grid.GetEditClass()->text(), "old");
+    QTest::keyClicks(grid.GetEditClass(), "new");  // typing replaces the selected old text
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Return);
+    EXPECT_FALSE(grid.IsEditing());
+    EXPECT_STREQ(grid.QuickGetText(0, 0), L"new");
+    EXPECT_TRUE(grid.Logged("EditFinish 0 0 new 0"));
+    EXPECT_FALSE(grid.GetEditClass()->isVisible());
+
+    ASSERT_EQ(grid.StartEdit(0, 0, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "lost");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Escape);
+    EXPECT_TRUE(grid.Logged("EditFinish 0 0 lost 1"));
+    EXPECT_STREQ(grid.QuickGetText(0, 0), L"new");
+}
+
+TEST(CUGEdit, ARefusedFinishKeepsTheEditorOpenAndStoresNothing) {
+    RecordingGrid grid(4, 3);
+    ASSERT_EQ(grid.StartEdit(0, 1, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "dup");
+    grid.allowEditFinish = 0;
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Return);
+    EXPECT_TRUE(grid.IsEditing());
+    EXPECT_TRUE(grid.GetEditClass()->isVisible());
+    EXPECT_EQ(grid.QuickGetText(0, 1), nullptr);
+    grid.allowEditFinish = 1;
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Return);
+    EXPECT_STREQ(grid.QuickGetText(0, 1), L"dup");
+}
+
+TEST(CUGEdit, TabGoesOnInTheNextCellAfterTheContinueNotification) {
+    RecordingGrid grid(2, 3);
+    ASSERT_EQ(grid.StartEdit(1, 0, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "7");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Tab);
+    EXPECT_STREQ(grid.QuickGetText(1, 0), L"7");
+    EXPECT_TRUE(grid.Logged("EditContinue 1 0 0 1"));
+    EXPECT_TRUE(grid.IsEditing());
+    EXPECT_EQ(grid.GetCurrentCol(), 0);
+    EXPECT_EQ(grid.GetCurrentRow(), 1);
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Up);
+    EXPECT_EQ(grid.GetCurrentRow(), 0);
+    EXPECT_TRUE(grid.IsEditing());
+}
+
+TEST(CUGEdit, TheFirstKeyOfStartEditIsFilteredLikeATypedOne) {
+    RecordingGrid grid(3, 3);
+    grid.QuickSetText(1, 0, L"99");
+    ASSERT_EQ(grid.StartEdit(1, 0, 'x'), 0);
+    EXPECT_EQ(grid.GetEditClass()->text(), "");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Escape);
+    ASSERT_EQ(grid.StartEdit(1, 0, '4'), 0);
+    EXPECT_EQ(grid.GetEditClass()->text(), "4");
+}
+
+// Hands out its own masked editor, as the price-list grid does.
+class MaskedGrid final : public RecordingGrid {
+public:
+    MaskedGrid() : RecordingGrid(3, 3), masked(new CUGMaskedEdit(this)) {}
+    int OnEditStart(int, long, CUGEdit** edit) override {
+        *edit = masked;
+        return 1;
+    }
+    CUGMaskedEdit* masked;
+};
+
+TEST(CUGEdit, AHandlerMayHandOutItsOwnEditorWhichFollowsTheCellsMask) {
+    MaskedGrid grid;
+    CUGCell cell;
+    cell.SetMask(L"00-00");
+    grid.SetCell(0, 0, &cell);
+    ASSERT_EQ(grid.StartEdit(0, 0, 0), 0);
+    EXPECT_EQ(grid.GetEditClass(), grid.masked);
+    QTest::keyClicks(grid.masked, "12a345");
+    EXPECT_EQ(grid.masked->text(), "12-34");
+    QTest::keyClick(grid.masked, Qt::Key_Return);
+    EXPECT_STREQ(grid.QuickGetText(0, 0), L"12-34");
+}
+
+TEST(CUGEdit, ClickingAnotherCellEndsTheEditAndStoresIt) {
+    RecordingGrid grid(3, 3);
+    grid.GetGridWindow()->activateWindow();
+    ASSERT_EQ(grid.StartEdit(0, 0, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "kept");
+    QTest::mouseClick(grid.GetGridWindow(), Qt::LeftButton, {}, grid.CellCentre(2, 2));
+    EXPECT_FALSE(grid.IsEditing());
+    EXPECT_STREQ(grid.QuickGetText(0, 0), L"kept");
+    EXPECT_EQ(grid.GetCurrentRow(), 2);
+}
+
+TEST(CUGEdit, AGridGoesAwaySafelyWhileItsEditorHasTheFocus) {
+    auto grid = std::make_unique<RecordingGrid>(3, 3);
+    grid->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(grid.get()));
+    ASSERT_EQ(grid->StartEdit(0, 0, 0), 0);
+    ASSERT_TRUE(grid->GetEditClass()->hasFocus());
+    grid.reset();
+}
+
+}  // namespace

@@ -1,0 +1,217 @@
+// The in-memory data source: sparse storage, row and column splicing, find, and the stable sort.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "grid/CUGMem.h"
+#include "grid/CUGSortCompare.h"
+
+namespace {
+
+void Put(CUGMem& mem, int col, long row, const wchar_t* text) {
+    CUGCell cell;
+    cell.SetText(text);
+    ASSERT_EQ(mem.SetCell(col, row, &cell), 0);
+}
+
+std::wstring Text(CUGMem& mem, int col, long row) {
+    CUGCell cell;
+    if (mem.GetCell(col, row, &cell) != 0) return L"<none>";
+    return cell.GetText() ? cell.GetText() : L"<no text>";
+}
+
+TEST(CUGMem, ReadingACellNeverWrittenLeavesTheCallersCellAlone) {
+    CUGMem mem;
+    CUGCell cell;
+    EXPECT_EQ(mem.GetCell(0, 0, &cell), 1);  // no rows at all
+    Put(mem, 3, 5, L"far");
+    cell.SetCellType(2);
+    EXPECT_EQ(mem.GetCell(1, 5, &cell), 1);   // a slot before the last one written
+    EXPECT_EQ(mem.GetCell(4, 5, &cell), 1);   // past the end of the row
+    EXPECT_EQ(mem.GetCell(0, 2, &cell), 1);   // a row before the last one written
+    EXPECT_EQ(mem.GetCell(0, 6, &cell), 1);   // past the last row
+    EXPECT_EQ(cell.GetText(), nullptr);
+    EXPECT_EQ(cell.GetCellType(), 2);
+    EXPECT_EQ(Text(mem, 3, 5), L"far");
+}
+
+TEST(CUGMem, HeadingCellsLiveBesideTheCells) {
+    CUGMem mem;
+    Put(mem, 0, -1, L"Name");
+    Put(mem, -1, 0, L"1");
+    Put(mem, -1, -1, L"corner");
+    Put(mem, 0, 0, L"cell");
+    EXPECT_EQ(Text(mem, 0, -1), L"Name");
+    EXPECT_EQ(Text(mem, -1, 0), L"1");
+    EXPECT_EQ(Text(mem, -1, -1), L"corner");
+    EXPECT_EQ(Text(mem, 0, 0), L"cell");
+    EXPECT_EQ(Text(mem, 0, -2), L"<none>");
+}
+
+TEST(CUGMem, RowsAndColumnsSpliceInAndOut) {
+    CUGMem mem;
+    for (long row = 0; row < 3; ++row)
+        for (int col = 0; col < 3; ++col)
+            Put(mem, col, row, (std::to_wstring(col) + L"," + std::to_wstring(row)).c_str());
+    EXPECT_EQ(mem.InsertRow(1), 0);
+    EXPECT_EQ(Text(mem, 0, 1), L"<none>");
+    EXPECT_EQ(Text(mem, 0, 2), L"0,1");
+    EXPECT_EQ(mem.DeleteRow(0), 0);
+    EXPECT_EQ(Text(mem, 2, 2), L"2,2");
+    EXPECT_EQ(mem.DeleteRow(40), 0);  // missing: nothing to do, still success
+    EXPECT_EQ(mem.InsertCol(0), 0);
+    EXPECT_EQ(Text(mem, 1, 1), L"0,1");
+    EXPECT_EQ(mem.DeleteCol(2), 0);
+    EXPECT_EQ(Text(mem, 2, 1), L"2,1");
+    EXPECT_EQ(mem.DeleteCell(2, 1), 0);
+    EXPECT_EQ(Text(mem, 2, 1), L"<none>");
+    EXPECT_EQ(mem.AppendRow(), 0);
+    EXPECT_EQ(mem.Empty(), 0);
+    EXPECT_EQ(Text(mem, 1, 1), L"<none>");
+}
+
+// Column 0 of rows 0..4: alpha, Beta, <none>, alphabet, gamma.
+CUGMem FindFixture() {
+    CUGMem mem;
+    Put(mem, 0, 0, L"alpha");
+    Put(mem, 0, 1, L"Beta");
+    Put(mem, 0, 3, L"alphabet");
+    Put(mem, 0, 4, L"gamma");
+    Put(mem, 2, 2, L"beta");
+    return mem;
+}
+
+TEST(CUGMem, FindNextWalksDownAColumnAndWraps) {
+    CUGMem mem = FindFixture();
+    int col = 0;
+    long row = 0;
+    EXPECT_EQ(mem.FindNext(L"alpha", &col, &row, 0), 0);
+    EXPECT_EQ(row, 0);  // only after a full turn: the start cell is visited last
+    EXPECT_EQ(mem.FindNext(L"alpha", &col, &row, UG_FIND_PARTIAL), 0);
+    EXPECT_EQ(row, 3);
+    EXPECT_EQ(mem.FindNext(L"BETA", &col, &row, UG_FIND_CASEINSENSITIVE), 0);
+    EXPECT_EQ(row, 1);
+    EXPECT_EQ(mem.FindNext(L"BETA", &col, &row, 0), 1);
+    EXPECT_EQ(row, 1);
+}
+
+TEST(CUGMem, FindNextBackwardsFromRowZeroWrapsToTheLastRow) {
+    CUGMem mem = FindFixture();
+    int col = 0;
+    long row = 0;
+    EXPECT_EQ(mem.FindNext(L"a", &col, &row, UG_FIND_UP | UG_FIND_PARTIAL), 0);
+    EXPECT_EQ(row, 4);  // "gamma"
+    EXPECT_EQ(mem.FindNext(L"a", &col, &row, UG_FIND_UP | UG_FIND_PARTIAL), 0);
+    EXPECT_EQ(row, 3);
+}
+
+TEST(CUGMem, FindAlongRowsVisitsEveryColumnOfARowFirst) {
+    CUGMem mem = FindFixture();
+    int col = 0;
+    long row = 0;
+    EXPECT_EQ(mem.FindFirst(L"beta", &col, &row, UG_FIND_ALLCOLUMNS | UG_FIND_CASEINSENSITIVE), 0);
+    EXPECT_EQ(col, 0);
+    EXPECT_EQ(row, 1);
+    EXPECT_EQ(mem.FindNext(L"beta", &col, &row, UG_FIND_ALLCOLUMNS | UG_FIND_CASEINSENSITIVE), 0);
+    EXPECT_EQ(col, 2);
+    EXPECT_EQ(row, 2);
+    EXPECT_EQ(mem.FindNext(L"beta", &col, &row, UG_FIND_ALLCOLUMNS | UG_FIND_UP), 0);
+    EXPECT_EQ(col, 2);  // the only exact match, found again after a full backwards turn
+    EXPECT_EQ(row, 2);
+    EXPECT_EQ(mem.FindFirst(L"delta", &col, &row, UG_FIND_ALLCOLUMNS), 1);
+    CUGMem empty;
+    EXPECT_EQ(empty.FindFirst(L"x", &col, &row, 0), 1);
+}
+
+// The sort as described: adjacent rows swap while a pass finds a pair out of order.
+std::vector<int> BubbleOrder(const std::vector<std::vector<const CUGCell*>>& rows,
+                             const std::vector<int>& cols, int flags) {
+    std::vector<int> order(rows.size());
+    for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
+    for (bool swapped = true; swapped;) {
+        swapped = false;
+        for (std::size_t i = 0; i + 1 < order.size(); ++i) {
+            for (int col : cols) {
+                const int r = UGDefaultSortCompare(rows[static_cast<std::size_t>(order[i])][static_cast<std::size_t>(col)],
+                                                   rows[static_cast<std::size_t>(order[i + 1])][static_cast<std::size_t>(col)],
+                                                   flags);
+                if (r < 0) break;
+                if (r > 0) {
+                    std::swap(order[i], order[i + 1]);
+                    swapped = true;
+                    break;
+                }
+            }
+        }
+    }
+    return order;
+}
+
+TEST(CUGMem, SortGivesTheExchangeSortsOrderWithMissingCellsAndTies) {
+    std::mt19937 random(20240305);
+    for (int round = 0; round < 40; ++round) {
+        const int rowCount = 2 + static_cast<int>(random() % 60);
+        CUGMem mem;
+        std::vector<CUGCell> cells(static_cast<std::size_t>(rowCount * 3));
+        std::vector<std::vector<const CUGCell*>> rows(static_cast<std::size_t>(rowCount));
+        for (int row = 0; row < rowCount; ++row) {
+            for (int col = 0; col < 3; ++col) {
+                const CUGCell* stored = nullptr;
+                const unsigned kind = random() % 6;
+                CUGCell& cell = cells[static_cast<std::size_t>(row * 3 + col)];
+                if (kind > 0) {  // kind 0: the cell is never written
+                    if (col == 1)
+                        cell.SetNumber(static_cast<double>(random() % 5));
+                    else if (kind == 1)
+                        cell.SetText(L"");
+                    else
+                        cell.SetText(std::wstring(1, static_cast<wchar_t>(L'a' + random() % 4)));
+                    mem.SetCell(col, row, &cell);
+                    stored = &cell;
+                }
+                rows[static_cast<std::size_t>(row)].push_back(stored);
+            }
+            CUGCell tag;  // column 3 tells where each row came from
+            tag.SetText(std::to_wstring(row));
+            mem.SetCell(3, row, &tag);
+        }
+        const std::vector<int> cols = round % 2 ? std::vector<int>{0, 1} : std::vector<int>{1, 2, 0};
+        const int flags = round % 4 < 2 ? 1 : UG_SORT_DESCENDING;
+        const std::vector<int> expected = BubbleOrder(rows, cols, flags);
+        ASSERT_EQ(mem.SortBy(cols.data(), static_cast<int>(cols.size()), flags), 0);
+        for (int row = 0; row < rowCount; ++row)
+            ASSERT_EQ(Text(mem, 3, row), std::to_wstring(expected[static_cast<std::size_t>(row)]))
+                << "round " << round << " row " << row;
+    }
+}
+
+// Compares by the length of the text and records whether it was ever handed a missing cell.
+class ByLength final : public CUGSortCompare {
+public:
+    int OnSortCompare(const CUGCell* a, const CUGCell* b, int) override {
+        if (!a || !b) {
+            sawNull = true;
+            return a ? 1 : (b ? -1 : 0);
+        }
+        return a->GetTextLength() - b->GetTextLength();
+    }
+    bool sawNull = false;
+};
+
+TEST(CUGMem, SortAsksTheOwnersComparisonAndKeepsEqualRowsInOrder) {
+    CUGMem mem;
+    ByLength owner;
+    mem.SetSortCompare(&owner);
+    const wchar_t* texts[] = {L"ccc", L"b", L"aa", L"d", L"ee"};
+    for (long row = 0; row < 5; ++row) Put(mem, 0, row, texts[row]);
+    Put(mem, 1, 5, L"row without column 0");
+    EXPECT_EQ(mem.SortBy(0, 1), 0);
+    EXPECT_TRUE(owner.sawNull);
+    const std::vector<std::wstring> expected{L"<none>", L"b", L"d", L"aa", L"ee", L"ccc"};
+    for (long row = 0; row < 6; ++row) EXPECT_EQ(Text(mem, 0, row), expected[static_cast<std::size_t>(row)]);
+    EXPECT_EQ(Text(mem, 1, 0), L"row without column 0");  // the whole row moved
+}
+
+}  // namespace
