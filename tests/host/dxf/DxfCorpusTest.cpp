@@ -28,8 +28,8 @@ Figures manifestFigures() {
     const ProcessResult result =
         runPython(std::filesystem::path(TARNWICK_SOURCE_DIR) / "tests/host/dxf/manifest_figures.py",
                   {(corpusFolder() / "manifest.json").string()});
-    EXPECT_EQ(result.exitStatus, 0) << result.output;
-    std::istringstream lines(result.output);
+    EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
+    std::istringstream lines(result.out);
     std::string line;
     while (std::getline(lines, line)) {
         std::vector<std::string> fields;

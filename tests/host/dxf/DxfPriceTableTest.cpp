@@ -127,8 +127,8 @@ TEST_P(DxfPriceTableTest, EzdxfReadsTheTableAndItsReferenceAsDrawn) {
     const ProcessResult check = runPython(
         std::filesystem::path(TARNWICK_SOURCE_DIR) / "tests/host/dxf/check_price_table.py",
         {input.string(), written, m_folder.path("expected.tsv")});
-    EXPECT_EQ(check.exitStatus, 0) << check.output;
-    EXPECT_EQ(check.output, "ok\n");
+    EXPECT_EQ(check.exitCode, 0) << check.out << check.err;
+    EXPECT_EQ(check.out, "ok\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(

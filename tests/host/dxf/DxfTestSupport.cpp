@@ -1,10 +1,7 @@
 // Shared helpers of the DXF tests.
 #include "tests/host/dxf/DxfTestSupport.h"
 
-#include <sys/wait.h>
-
 #include <cstdint>
-#include <cstdio>
 #include <fstream>
 #include <sstream>
 
@@ -45,33 +42,11 @@ std::string utf8(std::wstring_view text) {
     return out;
 }
 
-namespace {
-
-std::string shellQuoted(const std::string& text) {
-    std::string out = "'";
-    for (const char c : text) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return out + "'";
-}
-
-ProcessResult run(const std::string& command) {
-    ProcessResult result;
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr) return result;
-    char buffer[4096];
-    std::size_t n = 0;
-    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) result.output.append(buffer, n);
-    const int status = pclose(pipe);
-    result.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
-}
-
-}  // namespace
-
 ProcessResult runPython(const std::filesystem::path& script,
                         const std::vector<std::string>& arguments) {
-    std::string command = "/usr/bin/python3 " + shellQuoted(script.string());
-    for (const auto& argument : arguments) command += " " + shellQuoted(argument);
-    return run(command);
+    std::vector<std::string> all{script.string()};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return runProcess("/usr/bin/python3", all);
 }
 
-bool haveEzdxf() { return run("/usr/bin/python3 -c 'import ezdxf'").exitStatus == 0; }
+bool haveEzdxf() { return runProcess("/usr/bin/python3", {"-c", "import ezdxf"}).exitCode == 0; }

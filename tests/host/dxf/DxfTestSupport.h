@@ -7,17 +7,14 @@
 #include <string_view>
 #include <vector>
 
+#include "tests/RunProcess.h"
+
 // The shared corpus beside the checkout (../shared/corpus); empty when it is not there.
 std::filesystem::path corpusFolder();
 std::string readBytes(const std::filesystem::path& path);
 std::string utf8(std::wstring_view text);
 
-struct ProcessResult {
-    int exitStatus = -1;
-    std::string output;  // standard output and standard error
-};
-
-// Runs /usr/bin/python3 with the script and arguments (quoted for the shell).
+// Runs /usr/bin/python3 with the script and arguments.
 ProcessResult runPython(const std::filesystem::path& script,
                         const std::vector<std::string>& arguments);
 // Whether /usr/bin/python3 can import ezdxf.
