@@ -18,15 +18,15 @@ std::vector<std::string> ParsedArguments::values(const std::string& name) const 
 
 namespace {
 
-const OptionSpec* findSpec(const std::vector<OptionSpec>& specs, const std::string& name) {
-    const auto it = std::find_if(specs.begin(), specs.end(),
-                                 [&](const OptionSpec& spec) { return spec.name == name; });
-    return it == specs.end() ? nullptr : &*it;
+const OptionSpec* findSpec(const std::vector<OptionSpec>& options, const std::string& name) {
+    const auto it = std::find_if(options.begin(), options.end(),
+                                 [&](const OptionSpec& option) { return option.name == name; });
+    return it == options.end() ? nullptr : &*it;
 }
 
 }  // namespace
 
-ParseResult parseArguments(const std::vector<std::string>& args, const std::vector<OptionSpec>& specs) {
+ParseResult parseArguments(const std::vector<std::string>& args, const std::vector<OptionSpec>& options) {
     ParsedArguments parsed;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& arg = args[i];
@@ -36,18 +36,18 @@ ParseResult parseArguments(const std::vector<std::string>& args, const std::vect
         }
         const std::size_t equals = arg.find('=');
         const std::string name = arg.substr(0, equals);
-        const OptionSpec* spec = findSpec(specs, name);
-        if (spec == nullptr) return {std::nullopt, "unknown option " + name};
-        if (parsed.has(name) && !spec->repeatable) return {std::nullopt, name + " given twice"};
+        const OptionSpec* option = findSpec(options, name);
+        if (option == nullptr) return {std::nullopt, "unknown option " + name};
+        if (parsed.has(name) && !option->repeatable) return {std::nullopt, name + " given twice"};
 
         std::string value;
         if (equals != std::string::npos) {
-            if (spec->value == OptionSpec::Value::None) return {std::nullopt, name + " takes no value"};
+            if (option->value == OptionSpec::Value::None) return {std::nullopt, name + " takes no value"};
             value = arg.substr(equals + 1);
-        } else if (spec->value == OptionSpec::Value::Required) {
+        } else if (option->value == OptionSpec::Value::Required) {
             if (i + 1 >= args.size()) return {std::nullopt, name + " needs a value"};
             value = args[++i];
-        } else if (spec->value == OptionSpec::Value::Optional && i + 1 < args.size() &&
+        } else if (option->value == OptionSpec::Value::Optional && i + 1 < args.size() &&
                    !args[i + 1].starts_with("-")) {
             value = args[++i];
         }
