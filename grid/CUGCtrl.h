@@ -304,6 +304,8 @@ protected:
     CUGGridInfo* m_GI = nullptr;  // the current sheet
 
 private:
+    template <typename Change>
+    int QuickModify(int col, long row, Change change);
     friend class CUGEdit;
     friend class CUGGrid;
     friend class CUGTab;

@@ -47,39 +47,33 @@ const wchar_t* CUGCtrl::QuickGetText(int col, long row) {
     return m_cell.GetText();
 }
 
-int CUGCtrl::QuickSetText(int col, long row, std::wstring_view text) {
+// Every quick setter: read the cell into the scratch cell, change one property, write it back.
+template <typename Change>
+int CUGCtrl::QuickModify(int col, long row, Change change) {
     m_cell.ClearAll();
     GetCell(col, row, &m_cell);
-    m_cell.SetText(text);
+    change(m_cell);
     return SetCell(col, row, &m_cell);
+}
+
+int CUGCtrl::QuickSetText(int col, long row, std::wstring_view text) {
+    return QuickModify(col, row, [&](CUGCell& cell) { cell.SetText(text); });
 }
 
 int CUGCtrl::QuickSetLabelText(int col, long row, std::wstring_view text) {
-    m_cell.ClearAll();
-    GetCell(col, row, &m_cell);
-    m_cell.SetLabelText(text);
-    return SetCell(col, row, &m_cell);
+    return QuickModify(col, row, [&](CUGCell& cell) { cell.SetLabelText(text); });
 }
 
 int CUGCtrl::QuickSetCellType(int col, long row, int index) {
-    m_cell.ClearAll();
-    GetCell(col, row, &m_cell);
-    m_cell.SetCellType(index);
-    return SetCell(col, row, &m_cell);
+    return QuickModify(col, row, [&](CUGCell& cell) { cell.SetCellType(index); });
 }
 
 int CUGCtrl::QuickSetCellTypeEx(int col, long row, int style) {
-    m_cell.ClearAll();
-    GetCell(col, row, &m_cell);
-    m_cell.SetCellTypeEx(style);
-    return SetCell(col, row, &m_cell);
+    return QuickModify(col, row, [&](CUGCell& cell) { cell.SetCellTypeEx(style); });
 }
 
 int CUGCtrl::QuickSetAlignment(int col, long row, short alignment) {
-    m_cell.ClearAll();
-    GetCell(col, row, &m_cell);
-    m_cell.SetAlignment(alignment);
-    return SetCell(col, row, &m_cell);
+    return QuickModify(col, row, [&](CUGCell& cell) { cell.SetAlignment(alignment); });
 }
 
 int CUGCtrl::SetGridDefault(const CUGCell* cell) { return m_GI->m_gridDefaults.CopyInfoFrom(*cell); }
