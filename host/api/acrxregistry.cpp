@@ -78,6 +78,10 @@ bool AcRxDynamicLinker::isApplicationLocked(void* appId) const {
     return !contains(m_unlocked, appId);
 }
 bool AcRxDynamicLinker::isAppMDIAware(void* appId) const { return contains(m_mdiAware, appId); }
+void AcRxDynamicLinker::forgetApplication(void* appId) {
+    std::erase(m_unlocked, appId);
+    std::erase(m_mdiAware, appId);
+}
 
 const AcRxClass* AcEdCommandStack::desc() {
     static const AcRxClass cls(L"AcEdCommandStack", AcRxObject::desc());

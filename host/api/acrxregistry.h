@@ -60,6 +60,8 @@ public:
     bool registerAppMDIAware(void* appId);
     bool isApplicationLocked(void* appId) const;
     bool isAppMDIAware(void* appId) const;
+    // For the host, when it has unloaded an application: its id says nothing any more.
+    void forgetApplication(void* appId);
 
 private:
     std::vector<void*> m_unlocked;

@@ -25,6 +25,9 @@ TEST(Registry, DynamicLinkerRemembersUnlockedAndMdiAwareApplications) {
     linker->registerAppMDIAware(&app);
     EXPECT_FALSE(linker->isApplicationLocked(&app));
     EXPECT_TRUE(linker->isAppMDIAware(&app));
+    linker->forgetApplication(&app);
+    EXPECT_TRUE(linker->isApplicationLocked(&app));
+    EXPECT_FALSE(linker->isAppMDIAware(&app));
 }
 
 TEST(CommandStack, FindsCommandsByEitherNameAndRemovesAWholeGroup) {

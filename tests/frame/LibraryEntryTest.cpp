@@ -1,0 +1,90 @@
+// The library entry's attach and detach, the module path, and the resource override.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+
+#include "frame/LibraryEntry.h"
+#include "frame/ResourceOverride.h"
+#include "pricelist/TextFile.h"
+
+namespace {
+
+// Stands for the host's own resources, current before the module attaches.
+const int kHostResources = 0;
+
+std::wstring ExecutablePath() {
+    char resolved[PATH_MAX];
+    return realpath("/proc/self/exe", resolved) ? WidePath(resolved) : std::wstring();
+}
+
+class LibraryEntryTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        AfxSetResourceHandle(&kHostResources);
+        LibraryMain(ModuleInstance(), LibraryReason::ProcessAttach);
+    }
+    void TearDown() override {
+        LibraryMain(ModuleInstance(), LibraryReason::ProcessDetach);
+        AfxSetResourceHandle(nullptr);
+    }
+};
+
+TEST_F(LibraryEntryTest, AttachInitialisesTheExtensionStateAndThePath) {
+    EXPECT_NE(ExtensionModule.attached, 0);
+    EXPECT_EQ(ExtensionModule.defaultResource, &kHostResources);
+    EXPECT_EQ(ExtensionModule.moduleResource, ModuleInstance());
+    EXPECT_NE(ModuleInstance(), nullptr);
+    // Linked into this test program, the code's module is the program itself.
+    EXPECT_EQ(std::wstring(modulePath), ExecutablePath());
+}
+
+TEST_F(LibraryEntryTest, AttachingAgainKeepsTheStateOfTheFirstAttach) {
+    const int other = 0;
+    AfxSetResourceHandle(&other);
+    EXPECT_TRUE(LibraryMain(ModuleInstance(), LibraryReason::ProcessAttach));
+    EXPECT_EQ(ExtensionModule.defaultResource, &kHostResources);
+}
+
+TEST_F(LibraryEntryTest, DetachEndsTheExtensionState) {
+    EXPECT_TRUE(LibraryMain(ModuleInstance(), LibraryReason::ProcessDetach));
+    EXPECT_EQ(ExtensionModule.attached, 0);
+    EXPECT_TRUE(LibraryMain(ModuleInstance(), LibraryReason::ProcessDetach));
+    EXPECT_EQ(ExtensionModule.attached, 0);
+}
+
+TEST_F(LibraryEntryTest, ThreadMessagesChangeNothing) {
+    for (const LibraryReason reason : {LibraryReason::ThreadAttach, LibraryReason::ThreadDetach}) {
+        EXPECT_TRUE(LibraryMain(nullptr, reason));
+        EXPECT_NE(ExtensionModule.attached, 0);
+        EXPECT_EQ(ExtensionModule.moduleResource, ModuleInstance());
+    }
+}
+
+TEST(LibraryEntry, AnAttachWithoutInstanceLeavesTheModuleDetachedButSucceeds) {
+    ASSERT_EQ(ExtensionModule.attached, 0);
+    EXPECT_TRUE(LibraryMain(nullptr, LibraryReason::ProcessAttach));
+    EXPECT_EQ(ExtensionModule.attached, 0);
+    EXPECT_EQ(std::wstring(modulePath), ExecutablePath());
+}
+
+TEST_F(LibraryEntryTest, ResourceOverrideMakesTheModuleCurrentAndRestores) {
+    {
+        const ResourceOverride override;
+        EXPECT_EQ(AfxGetResourceHandle(), ModuleInstance());
+    }
+    EXPECT_EQ(AfxGetResourceHandle(), &kHostResources);
+}
+
+TEST_F(LibraryEntryTest, ResourceOverrideRestoresWhenAnExceptionLeaves) {
+    try {
+        const ResourceOverride override;
+        throw std::runtime_error("dialog failed");
+    } catch (const std::runtime_error&) {
+    }
+    EXPECT_EQ(AfxGetResourceHandle(), &kHostResources);
+}
+
+}  // namespace
