@@ -37,6 +37,13 @@ struct DxfFacts {
     std::size_t paperEntities = 0;  // every paper-space layout
 };
 
+// What an insert of a block asks the user for: one per attribute definition that is not constant.
+struct DxfAttributePrompt {
+    std::wstring tag;
+    std::wstring prompt;
+    std::wstring defaultValue;
+};
+
 // A block reference as the editors select it, by window or by layer. The names stay valid while
 // the document lives.
 struct DxfReference {
@@ -67,6 +74,8 @@ public:
     bool isBinary() const { return m_tags.format() == DxfFormat::Binary; }
 
     DxfFacts facts() const;
+    // Grows with every change to what save() would write; a host compares it to tell unsaved work.
+    std::uint64_t editCount() const { return m_records.editCount(); }
 
     // The references of a space in file order.
     std::vector<DxfReference> blockReferences(DxfSpace space) const;
@@ -98,6 +107,19 @@ public:
                                          AcDbBlockReference& reference) const override;
     Acad::ErrorStatus insertBlockReference(const AcDbBlockReference& reference,
                                            AcDbObjectId& id) override;
+
+    // The attributes a reference to the block would carry, in definition order; empty for a
+    // block without them and for ids that are no block.
+    std::vector<DxfAttributePrompt> attributePrompts(AcDbObjectId block) const;
+    // As insertBlockReference, with the attributes' values in the order of attributePrompts();
+    // attributes beyond the values given take their default.
+    Acad::ErrorStatus insertBlockReference(const AcDbBlockReference& reference,
+                                           const std::vector<std::wstring>& values,
+                                           AcDbObjectId& id);
+    // Takes back the reference that insertBlockReference added last and has not been taken back,
+    // with its attributes: eOk and its id, or eKeyNotFound when there is none. When nothing has
+    // taken a handle since, the handle seed goes back too, so the file is as it was before.
+    Acad::ErrorStatus eraseLastInsertedReference(AcDbObjectId& id);
 
 private:
     enum class Layout : std::uint8_t { None, Model, Paper, OtherPaper };
@@ -158,7 +180,16 @@ private:
     PlacedAttribute placeAttribute(std::uint32_t definition, const AcDbBlockReference& reference,
                                    const AcGePoint3d& basePoint) const;
     void insertAttribute(std::uint32_t anchor, const PlacedAttribute& attribute,
-                         std::optional<std::uint64_t> owner);
+                         const std::wstring* value, std::optional<std::uint64_t> owner);
+    Acad::ErrorStatus insertReference(const AcDbBlockReference& reference,
+                                      const std::vector<std::wstring>& values, AcDbObjectId& id);
+    // What eraseLastInsertedReference needs to take an insert back.
+    struct InsertedReference {
+        std::vector<std::uint32_t> records;  // INSERT, its ATTRIBs, SEQEND
+        std::optional<std::uint64_t> handleBefore;
+        std::optional<std::uint64_t> handleAfter;
+        std::optional<std::uint32_t> seedTagBefore;
+    };
 
     std::filesystem::path m_path;
     DxfTagFile m_tags;
@@ -176,6 +207,7 @@ private:
     std::vector<std::uint32_t> m_paperInserts;
     std::optional<std::uint64_t> m_nextHandle;
     std::map<std::wstring, short> m_sessionVariables;
+    std::vector<InsertedReference> m_insertedReferences;
     struct BytesHash {
         using is_transparent = void;
         std::size_t operator()(std::string_view bytes) const noexcept {

@@ -358,6 +358,7 @@ Acad::ErrorStatus DxfDocument::openBlockReference(AcDbObjectId entity,
     return guarded([&] {
         if (entity.isNull()) return Acad::eNullObjectId;
         const auto record = recordOf(entity);
+        if (record && m_records.isWithdrawn(*record)) return Acad::eWasErased;
         if (!record || m_records.kind(*record) != DxfRecordKind::Insert)
             return Acad::eWrongObjectType;
         const DxfInsertView view = readInsert(m_tags, m_records.tags(*record));
@@ -386,17 +387,18 @@ DxfDocument::PlacedAttribute DxfDocument::placeAttribute(std::uint32_t definitio
 }
 
 void DxfDocument::insertAttribute(std::uint32_t anchor, const PlacedAttribute& attribute,
-                                  std::optional<std::uint64_t> owner) {
+                                  const std::wstring* value, std::optional<std::uint64_t> owner) {
     const DxfAttributeDefinitionView d =
         readAttributeDefinition(m_tags, m_records.tags(attribute.definition));
     const bool aligned = d.horizontal != 0 || d.vertical != 0;
+    const std::string text = value ? m_codec.encode(*value) : std::string(d.text);
     DxfRecordBuilder b(m_tags, m_dialect, "ATTRIB");
     b.handle(newHandle())
         .owner(owner)
         .subclass("AcDbEntity")
         .text(8, d.layer.empty() ? "0" : d.layer);
     b.subclass("AcDbText").point(10, attribute.firstPoint);
-    b.real(40, attribute.height).text(1, d.text);
+    b.real(40, attribute.height).text(1, text);
     if (attribute.rotation != 0.0) b.real(50, attribute.rotation);
     b.real(41, attribute.widthFactor);
     if (!d.style.empty()) b.text(7, d.style);
@@ -409,58 +411,113 @@ void DxfDocument::insertAttribute(std::uint32_t anchor, const PlacedAttribute& a
     m_records.insertBefore(m_tags, anchor, b.take());
 }
 
-Acad::ErrorStatus DxfDocument::insertBlockReference(const AcDbBlockReference& reference,
-                                                    AcDbObjectId& id) {
-    return guarded([&] {
-        const auto block = blockIndex(reference.blockTableRecord);
-        if (!block) return Acad::eKeyNotFound;
-        const BlockInfo& info = m_blockInfo[*block];
-        if (info.layout != Layout::None) return Acad::eInvalidInput;
-        AcGePoint3d basePoint;
-        if (info.definition) {
-            const std::uint32_t begin = m_structure.blocks()[*info.definition].begin;
-            basePoint = readBlockBegin(m_tags, m_records.tags(begin)).basePoint;
-        }
-        std::vector<PlacedAttribute> attributes;
-        for (const std::uint32_t definition : info.attributeDefinitions) {
+std::vector<DxfAttributePrompt> DxfDocument::attributePrompts(AcDbObjectId block) const {
+    std::vector<DxfAttributePrompt> prompts;
+    const auto index = blockIndex(block);
+    if (!index || m_blockInfo[*index].layout != Layout::None) return prompts;
+    try {
+        for (const std::uint32_t definition : m_blockInfo[*index].attributeDefinitions) {
             const auto view = readAttributeDefinition(m_tags, m_records.tags(definition));
             if ((view.flags & kConstantAttribute) != 0) continue;
-            attributes.push_back(placeAttribute(definition, reference, basePoint));
-            const PlacedAttribute& a = attributes.back();
-            if (!finite(a.firstPoint) || !finite(a.secondPoint) ||
-                !finite(a.height, a.rotation, a.widthFactor))
-                return Acad::eInvalidInput;
+            prompts.push_back({m_codec.decode(view.tag), m_codec.decode(view.prompt),
+                               m_codec.decode(view.text)});
         }
-        const AcGeScale3d& scale = reference.scaleFactors;
-        if (!finite(reference.position) || !finite(scale.sx, scale.sy, scale.sz) ||
-            !finite(degrees(reference.rotation)))
-            return Acad::eInvalidInput;
-        std::optional<std::uint64_t> modelSpace;
-        for (std::size_t i = 0; i < m_blocks.size(); ++i) {
-            if (m_blockInfo[i].layout == Layout::Model) modelSpace = handleOf(m_blocks.record(i));
-        }
-        const std::string_view name = nameBytes(m_blocks.record(*block));
+    } catch (const std::exception&) {
+        prompts.clear();
+    }
+    return prompts;
+}
 
-        const std::uint32_t anchor = ensureSection("ENTITIES").end;
-        const std::optional<std::uint64_t> handle = newHandle();
-        DxfRecordBuilder b(m_tags, m_dialect, "INSERT");
-        b.handle(handle).owner(modelSpace).subclass("AcDbEntity").text(8, "0");
-        b.subclass("AcDbBlockReference");
-        if (!attributes.empty()) b.integer(66, 1);
-        b.text(2, name).point(10, reference.position);
-        if (reference.scaleFactors.sx != 1.0) b.real(41, reference.scaleFactors.sx);
-        if (reference.scaleFactors.sy != 1.0) b.real(42, reference.scaleFactors.sy);
-        if (reference.scaleFactors.sz != 1.0) b.real(43, reference.scaleFactors.sz);
-        if (reference.rotation != 0.0) b.real(50, degrees(reference.rotation));
-        const std::uint32_t insert = m_records.insertBefore(m_tags, anchor, b.take());
-        for (const PlacedAttribute& attribute : attributes)
-            insertAttribute(anchor, attribute, handle);
-        if (!attributes.empty()) {
-            DxfRecordBuilder end(m_tags, m_dialect, "SEQEND");
-            end.handle(newHandle()).owner(handle).subclass("AcDbEntity").text(8, "0");
-            m_records.insertBefore(m_tags, anchor, end.take());
+Acad::ErrorStatus DxfDocument::insertBlockReference(const AcDbBlockReference& reference,
+                                                    AcDbObjectId& id) {
+    return guarded([&] { return insertReference(reference, {}, id); });
+}
+
+Acad::ErrorStatus DxfDocument::insertBlockReference(const AcDbBlockReference& reference,
+                                                    const std::vector<std::wstring>& values,
+                                                    AcDbObjectId& id) {
+    return guarded([&] { return insertReference(reference, values, id); });
+}
+
+Acad::ErrorStatus DxfDocument::insertReference(const AcDbBlockReference& reference,
+                                               const std::vector<std::wstring>& values,
+                                               AcDbObjectId& id) {
+    const auto block = blockIndex(reference.blockTableRecord);
+    if (!block) return Acad::eKeyNotFound;
+    const BlockInfo& info = m_blockInfo[*block];
+    if (info.layout != Layout::None) return Acad::eInvalidInput;
+    AcGePoint3d basePoint;
+    if (info.definition) {
+        const std::uint32_t begin = m_structure.blocks()[*info.definition].begin;
+        basePoint = readBlockBegin(m_tags, m_records.tags(begin)).basePoint;
+    }
+    std::vector<PlacedAttribute> attributes;
+    for (const std::uint32_t definition : info.attributeDefinitions) {
+        const auto view = readAttributeDefinition(m_tags, m_records.tags(definition));
+        if ((view.flags & kConstantAttribute) != 0) continue;
+        attributes.push_back(placeAttribute(definition, reference, basePoint));
+        const PlacedAttribute& a = attributes.back();
+        if (!finite(a.firstPoint) || !finite(a.secondPoint) ||
+            !finite(a.height, a.rotation, a.widthFactor))
+            return Acad::eInvalidInput;
+    }
+    const AcGeScale3d& scale = reference.scaleFactors;
+    if (!finite(reference.position) || !finite(scale.sx, scale.sy, scale.sz) ||
+        !finite(degrees(reference.rotation)))
+        return Acad::eInvalidInput;
+    std::optional<std::uint64_t> modelSpace;
+    for (std::size_t i = 0; i < m_blocks.size(); ++i) {
+        if (m_blockInfo[i].layout == Layout::Model) modelSpace = handleOf(m_blocks.record(i));
+    }
+    const std::string_view name = nameBytes(m_blocks.record(*block));
+
+    InsertedReference undo;
+    undo.handleBefore = m_nextHandle;
+    if (m_header.exists()) undo.seedTagBefore = m_header.valueTag("$HANDSEED");
+    const std::uint32_t anchor = ensureSection("ENTITIES").end;
+    const std::optional<std::uint64_t> handle = newHandle();
+    if (!undo.handleBefore) undo.handleBefore = handle;
+    DxfRecordBuilder b(m_tags, m_dialect, "INSERT");
+    b.handle(handle).owner(modelSpace).subclass("AcDbEntity").text(8, "0");
+    b.subclass("AcDbBlockReference");
+    if (!attributes.empty()) b.integer(66, 1);
+    b.text(2, name).point(10, reference.position);
+    if (reference.scaleFactors.sx != 1.0) b.real(41, reference.scaleFactors.sx);
+    if (reference.scaleFactors.sy != 1.0) b.real(42, reference.scaleFactors.sy);
+    if (reference.scaleFactors.sz != 1.0) b.real(43, reference.scaleFactors.sz);
+    if (reference.rotation != 0.0) b.real(50, degrees(reference.rotation));
+    const std::uint32_t insert = m_records.insertBefore(m_tags, anchor, b.take());
+    undo.records.push_back(insert);
+    for (std::size_t i = 0; i < attributes.size(); ++i) {
+        insertAttribute(anchor, attributes[i], i < values.size() ? &values[i] : nullptr, handle);
+        undo.records.push_back(m_records.count() - 1);
+    }
+    if (!attributes.empty()) {
+        DxfRecordBuilder end(m_tags, m_dialect, "SEQEND");
+        end.handle(newHandle()).owner(handle).subclass("AcDbEntity").text(8, "0");
+        undo.records.push_back(m_records.insertBefore(m_tags, anchor, end.take()));
+    }
+    undo.handleAfter = m_nextHandle;
+    m_modelInserts.push_back(insert);
+    m_insertedReferences.push_back(std::move(undo));
+    id = idOf(insert);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus DxfDocument::eraseLastInsertedReference(AcDbObjectId& id) {
+    return guarded([&] {
+        if (m_insertedReferences.empty()) return Acad::eKeyNotFound;
+        const InsertedReference undo = std::move(m_insertedReferences.back());
+        m_insertedReferences.pop_back();
+        const std::uint32_t insert = undo.records.front();
+        std::erase(m_modelInserts, insert);
+        for (const std::uint32_t record : undo.records) m_records.withdraw(record);
+        // The seed returns only when no later edit has taken a handle after this insert's.
+        if (m_dialect.handles && m_nextHandle == undo.handleAfter) {
+            m_nextHandle = undo.handleBefore;
+            if (undo.seedTagBefore)
+                m_header.setValue(m_tags, m_records, "$HANDSEED", *undo.seedTagBefore);
         }
-        m_modelInserts.push_back(insert);
         id = idOf(insert);
         return Acad::eOk;
     });

@@ -23,10 +23,28 @@ std::uint32_t DxfRecords::insertBefore(const DxfTagFile& file, std::uint32_t anc
     m_kinds.push_back(dxfRecordKind(file.value(tags.front())));
     m_added.push_back(std::move(tags));
     m_insertedBefore[anchor].push_back(record);
+    m_anchors.emplace(record, anchor);
+    ++m_editCount;
     return record;
 }
 
+bool DxfRecords::withdraw(std::uint32_t record) {
+    const auto anchor = m_anchors.find(record);
+    if (anchor == m_anchors.end()) return false;
+    const auto list = m_insertedBefore.find(anchor->second);
+    if (list != m_insertedBefore.end()) {
+        std::erase(list->second, record);
+        if (list->second.empty()) m_insertedBefore.erase(list);
+    }
+    m_anchors.erase(anchor);
+    m_kinds[record] = DxfRecordKind::Other;
+    m_withdrawn.insert(record);
+    ++m_editCount;
+    return true;
+}
+
 void DxfRecords::replace(std::uint32_t record, std::vector<std::uint32_t> tags) {
+    ++m_editCount;
     if (record >= originalCount()) {
         m_added[record - originalCount()] = std::move(tags);
         return;

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "host/dxf/dxfsink.h"
@@ -64,6 +65,13 @@ public:
     void replace(std::uint32_t record, std::vector<std::uint32_t> tags);
     // The tags of a record, as a list to edit and hand back to replace().
     std::vector<std::uint32_t> tagList(std::uint32_t record) const;
+    // Takes an added record out of the writing order again; it keeps its number, and its kind
+    // becomes Other. False for the file's own records and for ones already withdrawn.
+    bool withdraw(std::uint32_t record);
+    bool isWithdrawn(std::uint32_t record) const { return m_withdrawn.contains(record); }
+
+    // Every insertion, replacement and withdrawal counts one.
+    std::uint64_t editCount() const { return m_editCount; }
 
     // The whole drawing in order: the file's prefix, every record, the bytes after "0 EOF".
     void write(const DxfTagFile& tags, const DxfSink& sink) const;
@@ -76,4 +84,7 @@ private:
     std::vector<std::vector<std::uint32_t>> m_added;
     std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> m_replaced;
     std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> m_insertedBefore;
+    std::unordered_map<std::uint32_t, std::uint32_t> m_anchors;  // added record -> its anchor
+    std::unordered_set<std::uint32_t> m_withdrawn;
+    std::uint64_t m_editCount = 0;
 };

@@ -372,6 +372,113 @@ TEST(DxfDocumentInsert, NumbersDxfCannotHoldAreRefusedBeforeAnyChange) {
     EXPECT_EQ(document->toBytes(), readBytes(kData / "r12-layouts.dxf"));
 }
 
+TEST(DxfDocumentInsert, AttributePromptsLeaveOutConstantAttributes) {
+    const auto document = openFixture("r12-layouts.dxf");
+    ASSERT_TRUE(document);
+    const auto prompts = document->attributePrompts(blockId(*document, L"DOOR"));
+    ASSERT_EQ(prompts.size(), 1u);
+    EXPECT_EQ(prompts[0].tag, L"WIDTH");
+    EXPECT_EQ(prompts[0].defaultValue, L"90");
+    EXPECT_TRUE(document->attributePrompts(blockId(*document, L"*Model_Space")).empty());
+    EXPECT_TRUE(document->attributePrompts(AcDbObjectId()).empty());
+}
+
+TEST(DxfDocumentInsert, GivenValuesReplaceTheDefaults) {
+    const auto document = openFixture("r2018-small.dxf");
+    ASSERT_TRUE(document);
+    AcDbBlockReference reference;
+    reference.blockTableRecord = blockId(*document, L"Door");
+    AcDbObjectId id;
+    ASSERT_EQ(document->insertBlockReference(reference, {L"Breite \u00e4"}, id), Acad::eOk);
+    EXPECT_TRUE(holds(document->toBytes(), dxf("40 0.5|1 Breite \xc3\xa4|41 1.0", "\r\n")));
+}
+
+TEST(DxfDocumentUndo, TakingBackTheOnlyInsertGivesTheFilesOwnBytes) {
+    for (const char* name : {"r12-layouts.dxf", "r2018-small.dxf"}) {
+        SCOPED_TRACE(name);
+        const auto document = openFixture(name);
+        ASSERT_TRUE(document);
+        const std::string before = document->toBytes();
+        AcDbBlockReference reference;
+        reference.blockTableRecord = document->blockReferences(DxfSpace::Model).empty()
+                                         ? blockId(*document, L"DOOR")
+                                         : blockId(*document, L"Door");
+        AcDbObjectId inserted;
+        ASSERT_EQ(document->insertBlockReference(reference, inserted), Acad::eOk);
+        ASSERT_NE(document->toBytes(), before);
+        AcDbObjectId erased;
+        ASSERT_EQ(document->eraseLastInsertedReference(erased), Acad::eOk);
+        EXPECT_EQ(erased, inserted);
+        EXPECT_EQ(document->toBytes(), before);
+        AcDbBlockReference opened;
+        EXPECT_EQ(document->openBlockReference(erased, opened), Acad::eWasErased);
+        EXPECT_EQ(document->eraseLastInsertedReference(erased), Acad::eKeyNotFound);
+    }
+}
+
+TEST(DxfDocumentUndo, R12WithHandlesGetsItsSeedBack) {
+    const auto document = open("r12-handles.dxf", r12WithHandles());
+    ASSERT_TRUE(document);
+    const std::string before = document->toBytes();
+    AcDbBlockReference reference;
+    reference.blockTableRecord = blockId(*document, L"DOOR");
+    AcDbObjectId id;
+    ASSERT_EQ(document->insertBlockReference(reference, id), Acad::eOk);
+    ASSERT_EQ(document->eraseLastInsertedReference(id), Acad::eOk);
+    EXPECT_EQ(document->toBytes(), before);
+    // The next insert takes the same handle the taken-back one had.
+    ASSERT_EQ(document->insertBlockReference(reference, id), Acad::eOk);
+    EXPECT_TRUE(holds(document->toBytes(), dxf("0 INSERT|5 30|8 0")));
+}
+
+TEST(DxfDocumentUndo, InsertsComeBackLastFirstAndLeaveOtherEditsAlone) {
+    const auto document = openFixture("r2018-small.dxf");
+    ASSERT_TRUE(document);
+    const std::size_t references = document->blockReferences(DxfSpace::Model).size();
+    AcDbBlockReference reference;
+    reference.blockTableRecord = blockId(*document, L"Door");
+    AcDbObjectId first;
+    AcDbObjectId second;
+    ASSERT_EQ(document->insertBlockReference(reference, first), Acad::eOk);
+    reference.position = {7, 7, 0};
+    ASSERT_EQ(document->insertBlockReference(reference, second), Acad::eOk);
+    AcDbObjectId style;
+    ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
+
+    AcDbObjectId erased;
+    ASSERT_EQ(document->eraseLastInsertedReference(erased), Acad::eOk);
+    EXPECT_EQ(erased, second);
+    const std::string bytes = document->toBytes();
+    // The style took a handle after the insert: the seed stays where the style left it.
+    EXPECT_TRUE(holds(bytes, dxf("9 $HANDSEED|5 107", "\r\n")));
+    EXPECT_TRUE(holds(bytes, dxf("2 QTBTABLE", "\r\n")));
+    EXPECT_TRUE(holds(bytes, dxf("2 Door|10 0.0|20 0.0|30 0.0", "\r\n")));
+    EXPECT_FALSE(holds(bytes, dxf("2 Door|10 7.0", "\r\n")));
+    EXPECT_EQ(document->blockReferences(DxfSpace::Model).size(), references + 1);
+
+    ASSERT_EQ(document->eraseLastInsertedReference(erased), Acad::eOk);
+    EXPECT_EQ(erased, first);
+    EXPECT_EQ(document->blockReferences(DxfSpace::Model).size(), references);
+}
+
+TEST(DxfDocumentUndo, EveryChangeCountsAsAnEdit) {
+    const auto document = openFixture("r12-layouts.dxf");
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->editCount(), 0u);
+    AcDbBlockReference reference;
+    reference.blockTableRecord = blockId(*document, L"DOOR");
+    AcDbObjectId id;
+    ASSERT_EQ(document->insertBlockReference(reference, id), Acad::eOk);
+    const auto afterInsert = document->editCount();
+    EXPECT_GT(afterInsert, 0u);
+    ASSERT_EQ(document->eraseLastInsertedReference(id), Acad::eOk);
+    EXPECT_GT(document->editCount(), afterInsert);
+    const auto afterErase = document->editCount();
+    resbuf value;
+    ASSERT_EQ(document->getVar(L"DWGNAME", value), RTNORM);
+    EXPECT_EQ(document->editCount(), afterErase);
+}
+
 TEST(DxfDocumentFile, SectionsAndTablesAreMadeWhenTheFileLacksThem) {
     const auto document = open("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
     ASSERT_TRUE(document);
