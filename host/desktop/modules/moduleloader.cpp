@@ -1,0 +1,286 @@
+// Loading, initialising and unloading modules, and clearing up after modules that forget to.
+#include "host/desktop/modules/moduleloader.h"
+
+#include <dlfcn.h>
+#include <link.h>
+
+#include <algorithm>
+#include <cctype>
+#include <exception>
+#include <set>
+#include <system_error>
+
+#include "host/api/acapdocmanager.h"
+#include "host/api/acrxregistry.h"
+#include "host/desktop/modules/moduleexports.h"
+
+namespace {
+
+constexpr const char* kEntryPointName = "acrxEntryPoint";
+constexpr const char* kApiVersionName = "acrxGetApiVersion";
+
+using ApiVersion = unsigned (*)();
+
+AcRxDynamicLinker* dynamicLinker() {
+    return AcRxCast<AcRxDynamicLinker>(acrxSysRegistry()->at(ACRX_DYNAMIC_LINKER));
+}
+
+AcEdCommandStack* commandStack() {
+    return AcRxCast<AcEdCommandStack>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
+}
+
+std::string lower(std::string text) {
+    for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return text;
+}
+
+// Group names in warnings; they are ASCII in practice, anything else is shown as UTF-8.
+std::string utf8(const std::wstring& text) {
+    std::string out;
+    for (const wchar_t wide : text) {
+        const auto c = static_cast<std::uint32_t>(wide);
+        if (c < 0x80) {
+            out += static_cast<char>(c);
+        } else if (c < 0x800) {
+            out += static_cast<char>(0xC0 | (c >> 6));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        } else if (c < 0x10000) {
+            out += static_cast<char>(0xE0 | (c >> 12));
+            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        } else {
+            out += static_cast<char>(0xF0 | (c >> 18));
+            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
+            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+            out += static_cast<char>(0x80 | (c & 0x3F));
+        }
+    }
+    return out;
+}
+
+// The loader's message without the file name it starts with; the caller names the file itself.
+std::string loaderError(const std::filesystem::path& path) {
+    const char* text = dlerror();
+    std::string message = text ? text : "unknown error";
+    const std::string prefix = path.string() + ": ";
+    if (message.starts_with(prefix)) message.erase(0, prefix.size());
+    return message;
+}
+
+using ImageRanges = std::vector<std::pair<std::uintptr_t, std::uintptr_t>>;
+
+// The loaded segments of the module behind `handle`.
+ImageRanges imageOf(void* handle) {
+    struct Search {
+        const link_map* map = nullptr;
+        ImageRanges ranges;
+    } search;
+    if (dlinfo(handle, RTLD_DI_LINKMAP, &search.map) != 0 || search.map == nullptr) return {};
+    dl_iterate_phdr(
+        [](dl_phdr_info* info, std::size_t, void* data) {
+            auto& s = *static_cast<Search*>(data);
+            if (info->dlpi_addr != s.map->l_addr || info->dlpi_name == nullptr ||
+                std::string_view(info->dlpi_name) != s.map->l_name)
+                return 0;
+            for (int i = 0; i < info->dlpi_phnum; ++i) {
+                const auto& segment = info->dlpi_phdr[i];
+                if (segment.p_type != PT_LOAD) continue;
+                const std::uintptr_t begin = info->dlpi_addr + segment.p_vaddr;
+                s.ranges.emplace_back(begin, begin + segment.p_memsz);
+            }
+            return 1;
+        },
+        &search);
+    return search.ranges;
+}
+
+// Compares addresses only: the module may be gone, nothing there is read.
+bool inImage(const ImageRanges& image, const void* address) {
+    const auto value = reinterpret_cast<std::uintptr_t>(address);
+    return std::any_of(image.begin(), image.end(), [value](const auto& range) {
+        return value >= range.first && value < range.second;
+    });
+}
+
+std::string versionText(unsigned version) {
+    return std::to_string(version >> 16) + "." + std::to_string(version & 0xFFFF);
+}
+
+// Calls the module's entry point; an exception is the module's refusal, not the host's end.
+bool send(ModuleEntryPoint entry, AcRx::AppMsgCode message, void* appId,
+          std::string& reason) {
+    try {
+        const AcRx::AppRetCode answer = entry(message, appId);
+        if (answer == AcRx::kRetOK) return true;
+        reason = std::string(kEntryPointName) + " answered " + std::to_string(answer);
+    } catch (const std::exception& e) {
+        reason = std::string(kEntryPointName) + " threw \"" + e.what() + "\"";
+    } catch (...) {
+        reason = std::string(kEntryPointName) + " threw an exception";
+    }
+    return false;
+}
+
+}  // namespace
+
+ModuleSpec::ModuleSpec(std::filesystem::path path) : m_path(std::move(path)) {}
+
+ModuleSpec::~ModuleSpec() = default;
+
+ModuleLoader::ModuleLoader(WarningHandler warnings) : m_warnings(std::move(warnings)) {}
+
+ModuleLoader::~ModuleLoader() {
+    while (!m_modules.empty()) {
+        ModuleSpec& spec = *m_modules.back();
+        std::string ignored;
+        send(spec.m_entryPoint, AcRx::kUnloadAppMsg, spec.appId(), ignored);
+        close(spec);
+        m_modules.pop_back();
+    }
+}
+
+void ModuleLoader::warn(const std::string& text) const {
+    if (m_warnings) m_warnings(text);
+}
+
+ModuleStatus ModuleLoader::fail(ModuleSpec& spec, std::string reason) {
+    spec.m_state = ModuleState::Invalid;
+    spec.m_errorString = spec.name() + ": " + reason;
+    return ModuleStatus::error(spec.m_errorString);
+}
+
+ModuleStatus ModuleLoader::load(const std::filesystem::path& path) {
+    std::error_code error;
+    auto spec = std::make_unique<ModuleSpec>(std::filesystem::absolute(path, error).lexically_normal());
+    if (error) return fail(*spec, "cannot be found: " + error.message());
+    if (!std::filesystem::is_regular_file(spec->path(), error)) return fail(*spec, "no such file");
+    if (isLoaded(spec->path())) return fail(*spec, "already loaded");
+
+    const ModuleExports exports = readModuleExports(spec->path());
+    if (!exports.error.empty()) return fail(*spec, exports.error);
+    for (const char* name : {kEntryPointName, kApiVersionName}) {
+        if (!exports.exports(name)) return fail(*spec, std::string("no entry point \"") + name + "\"");
+    }
+    std::string reason;
+    if (!open(*spec, reason)) return fail(*spec, reason);
+    if (!initialise(*spec, reason)) {
+        close(*spec);
+        return fail(*spec, reason);
+    }
+    m_modules.push_back(std::move(spec));
+    return ModuleStatus::ok();
+}
+
+bool ModuleLoader::open(ModuleSpec& spec, std::string& reason) {
+    dlerror();
+    spec.m_handle = dlopen(spec.path().c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (spec.m_handle == nullptr) {
+        reason = "cannot be loaded: " + loaderError(spec.path());
+        return false;
+    }
+    spec.m_state = ModuleState::Loaded;
+    spec.m_image = imageOf(spec.m_handle);
+    spec.m_entryPoint =
+        reinterpret_cast<ModuleEntryPoint>(dlsym(spec.m_handle, kEntryPointName));
+    const auto version = reinterpret_cast<ApiVersion>(dlsym(spec.m_handle, kApiVersionName));
+    if (spec.m_entryPoint == nullptr || version == nullptr) {
+        reason = std::string("no entry point \"") +
+                 (spec.m_entryPoint == nullptr ? kEntryPointName : kApiVersionName) + "\"";
+    } else {
+        spec.m_apiVersion = version();
+        if (spec.m_apiVersion >> 16 == kApiMajor) return true;
+        reason = "made for host interface " + versionText(spec.m_apiVersion) +
+                 ", this host takes " + std::to_string(kApiMajor) + ".x";
+    }
+    // Nothing of the module has been asked to start: unmapping it is all there is to undo.
+    dlclose(spec.m_handle);
+    spec.m_handle = nullptr;
+    return false;
+}
+
+bool ModuleLoader::initialise(ModuleSpec& spec, std::string& reason) {
+    if (send(spec.m_entryPoint, AcRx::kInitAppMsg, spec.appId(), reason)) {
+        spec.m_state = ModuleState::Running;
+        return true;
+    }
+    reason = "refused to load (" + reason + ")";
+    return false;
+}
+
+// What still points into the module after it was unmapped would be called into nothing.
+void ModuleLoader::removeLeftovers(const ModuleSpec& spec) {
+    if (AcEdCommandStack* stack = commandStack()) {
+        std::set<std::wstring> groups;
+        for (const auto& command : stack->commands()) {
+            if (inImage(spec.m_image, reinterpret_cast<const void*>(command.function)))
+                groups.insert(command.group);
+        }
+        for (const std::wstring& group : groups) {
+            stack->removeGroup(group.c_str());
+            warn(spec.name() + ": left the commands of group \"" + utf8(group) +
+                 "\" behind; they are removed");
+        }
+    }
+    const auto reactors = acDocManagerPtr()->reactors();
+    for (AcApDocManagerReactor* reactor : reactors) {
+        if (!inImage(spec.m_image, reactor)) continue;
+        acDocManagerPtr()->removeReactor(reactor);
+        warn(spec.name() + ": left a document reactor behind; it is removed");
+    }
+}
+
+void ModuleLoader::close(ModuleSpec& spec) {
+    if (spec.m_handle == nullptr) return;
+    dlclose(spec.m_handle);
+    spec.m_handle = nullptr;
+    spec.m_entryPoint = nullptr;
+    spec.m_state = ModuleState::Stopped;
+    if (AcRxDynamicLinker* linker = dynamicLinker()) linker->forgetApplication(spec.appId());
+    // A module with unique symbols cannot be unmapped; loading it again would not start it afresh.
+    if (void* still = dlopen(spec.path().c_str(), RTLD_NOW | RTLD_NOLOAD)) {
+        dlclose(still);
+        warn(spec.name() + ": stays in memory after it was unloaded");
+    }
+    removeLeftovers(spec);
+}
+
+ModuleStatus ModuleLoader::unload(const std::string& module) {
+    ModuleSpec* spec = findRunning(module);
+    if (spec == nullptr) return ModuleStatus::error(module + ": not loaded");
+    AcRxDynamicLinker* linker = dynamicLinker();
+    if (linker != nullptr && linker->isApplicationLocked(spec->appId()))
+        return ModuleStatus::error(spec->name() +
+                                   ": cannot be unloaded, the module did not unlock itself");
+    std::string reason;
+    if (!send(spec->m_entryPoint, AcRx::kUnloadAppMsg, spec->appId(), reason))
+        return ModuleStatus::error(spec->name() + ": refused to unload (" + reason + ")");
+    close(*spec);
+    std::erase_if(m_modules, [spec](const auto& owned) { return owned.get() == spec; });
+    return ModuleStatus::ok();
+}
+
+ModuleSpec* ModuleLoader::findRunning(const std::string& module) const {
+    std::error_code error;
+    const std::filesystem::path asPath = std::filesystem::absolute(module, error).lexically_normal();
+    const std::string key = lower(module);
+    for (const auto& spec : m_modules) {
+        const std::string name = lower(spec->name());
+        if (spec->path() == asPath || name == key || name == key + ".arx") return spec.get();
+    }
+    return nullptr;
+}
+
+bool ModuleLoader::isLoaded(const std::filesystem::path& path) const {
+    return std::any_of(m_modules.begin(), m_modules.end(), [&path](const auto& spec) {
+        std::error_code error;
+        return std::filesystem::equivalent(spec->path(), path, error);
+    });
+}
+
+const ModuleSpec* ModuleLoader::find(const std::string& module) const { return findRunning(module); }
+
+std::vector<const ModuleSpec*> ModuleLoader::modules() const {
+    std::vector<const ModuleSpec*> running;
+    for (const auto& spec : m_modules) running.push_back(spec.get());
+    return running;
+}
