@@ -1,9 +1,13 @@
 // A tiny module for the loader's tests. Compile definitions choose how it behaves, well or badly:
 // NO_ENTRY_POINT, NO_API_VERSION, API_VERSION=0x..., INIT_ANSWER=..., NO_UNLOCK, NO_CLEANUP,
-// THROW_AT_INIT, USES_QT; MODULE_GROUP names its command group.
+// THROW_AT_INIT, USES_QT, PLACES_BLOCK (a command that places the block DOOR as the module places its
+// table); MODULE_GROUP names its command group.
 #include <memory>
 #include <stdexcept>
 
+#ifdef PLACES_BLOCK
+#include "frame/TablePlacement.h"
+#endif
 #ifdef USES_QT
 #include <QObject>
 #include <QString>
@@ -48,6 +52,14 @@ std::unique_ptr<QObject> holder;
 #endif
 }
 
+// Transparent: it may run while another command prompts.
+[[maybe_unused]] void Echo() { acutPrintf(L"\nEcho from %ls\n", MODULE_GROUP); }
+
+#ifdef PLACES_BLOCK
+// The table placement of the module, on a door of 0.9 by 0.9 units.
+void PlaceDoor() { PlaceTable(L"DOOR", 0.9, 0.9); }
+#endif
+
 [[maybe_unused]] AcEdCommandStack* Commands() {
     return AcRxCast<AcEdCommandStack>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
 }
@@ -66,6 +78,12 @@ MODULE_EXPORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, [[maybe_unus
                 ->unlockApplication(appId);
 #endif
             Commands()->addCommand(MODULE_GROUP, L"Hello_Global", L"HELLO", ACRX_CMD_MODAL, Hello);
+            Commands()->addCommand(MODULE_GROUP, L"Echo_Global", L"ECHO", ACRX_CMD_TRANSPARENT,
+                                   Echo);
+#ifdef PLACES_BLOCK
+            Commands()->addCommand(MODULE_GROUP, L"PlaceDoor_Global", L"PLACEDOOR", ACRX_CMD_MODAL,
+                                   PlaceDoor);
+#endif
             acDocManagerPtr()->addReactor(&reactor);
 #ifdef USES_QT
             holder = std::make_unique<QObject>();

@@ -1,0 +1,84 @@
+// Opening, replacing, saving and closing the desktop host's drawing.
+#include "host/desktop/session/drawingsession.h"
+
+#include <string_view>
+
+#include "host/api/acdbdatabase.h"
+
+namespace {
+
+// The smallest drawing every DXF reader takes: a version, and no entities yet.
+constexpr std::string_view kNewDrawing =
+    "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1009\n  0\nENDSEC\n"
+    "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n";
+
+constexpr const char* kNewDrawingName = "Drawing1.dxf";
+
+std::unique_ptr<DxfDocument> emptyDrawing() {
+    auto read = DxfDocument::readBytes(kNewDrawingName, kNewDrawing);
+    return read.isOk() ? read.takeValue() : nullptr;
+}
+
+std::wstring wideName(const std::filesystem::path& path) {
+    try {
+        return path.wstring();
+    } catch (const std::exception&) {
+        const std::string bytes = path.string();
+        return std::wstring(bytes.begin(), bytes.end());
+    }
+}
+
+}  // namespace
+
+DrawingSession::DrawingSession() { replace(emptyDrawing(), false); }
+
+DrawingSession::~DrawingSession() { close(); }
+
+void DrawingSession::close() {
+    if (!m_document) return;
+    acDocManagerPtr()->documentToBeDestroyed(m_hostDocument.get());
+    if (acdbHostApplicationServices()->workingDatabase() == m_document.get())
+        acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+    m_hostDocument.reset();
+    m_document.reset();
+}
+
+void DrawingSession::replace(std::unique_ptr<DxfDocument> document, bool hasFile) {
+    close();
+    m_document = std::move(document);
+    m_hasFile = hasFile;
+    m_savedEditCount = m_document->editCount();
+    m_hostDocument = std::make_unique<AcApDocument>(m_document.get(), wideName(m_document->path()));
+    acdbHostApplicationServices()->setWorkingDatabase(m_document.get());
+    acDocManagerPtr()->documentCreated(m_hostDocument.get());
+}
+
+DxfStatus DrawingSession::open(const std::filesystem::path& path) {
+    auto read = DxfDocument::readFile(path);
+    if (!read.isOk()) return DxfError(read.errorString());
+    replace(read.takeValue(), true);
+    return {};
+}
+
+void DrawingSession::newDrawing() { replace(emptyDrawing(), false); }
+
+DxfStatus DrawingSession::save() {
+    if (!m_hasFile) return DxfError(std::string(kNewDrawingName) + ": the drawing has no file yet");
+    DxfStatus status = m_document->save();
+    if (status.isOk()) m_savedEditCount = m_document->editCount();
+    return status;
+}
+
+DxfStatus DrawingSession::saveAs(const std::filesystem::path& path) {
+    DxfStatus status = m_document->saveAs(path);
+    if (!status.isOk()) return status;
+    m_hasFile = true;
+    m_savedEditCount = m_document->editCount();
+    return status;
+}
+
+std::wstring DrawingSession::drawingName() const {
+    resbuf value;
+    if (m_document->getVar(L"DWGNAME", value) != RTNORM) return {};
+    return value.resval.rstring;
+}

@@ -1,0 +1,48 @@
+// The drawing the desktop host has open: its DXF database, the host's document for it, and whether
+// it holds unsaved work. The document manager hears of every drawing that comes and goes, and the
+// open drawing is the working database.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "host/api/acapdocmanager.h"
+#include "host/dxf/dxfdocument.h"
+
+class DrawingSession final {
+public:
+    // Starts with a new, empty drawing named "Drawing1.dxf" that has no file yet.
+    DrawingSession();
+    // The drawing is closed: the reactors hear of it, the working database is cleared.
+    ~DrawingSession();
+    DrawingSession(const DrawingSession&) = delete;
+    DrawingSession& operator=(const DrawingSession&) = delete;
+
+    DxfDocument& document() { return *m_document; }
+    const DxfDocument& document() const { return *m_document; }
+    AcApDocument& hostDocument() { return *m_hostDocument; }
+
+    // Replaces the drawing with the file's; on failure the current one stays and the message
+    // says why (the reader's message: file and line first).
+    [[nodiscard]] DxfStatus open(const std::filesystem::path& path);
+    // A new drawing replaces the current one.
+    void newDrawing();
+    // False for a new drawing until it is saved under a name.
+    bool hasFile() const { return m_hasFile; }
+    [[nodiscard]] DxfStatus save();
+    [[nodiscard]] DxfStatus saveAs(const std::filesystem::path& path);
+
+    bool isModified() const { return m_document->editCount() != m_savedEditCount; }
+    // "floorplan.dxf"; what DWGNAME answers.
+    std::wstring drawingName() const;
+
+private:
+    void replace(std::unique_ptr<DxfDocument> document, bool hasFile);
+    void close();
+
+    std::unique_ptr<DxfDocument> m_document;
+    std::unique_ptr<AcApDocument> m_hostDocument;
+    bool m_hasFile = false;
+    std::uint64_t m_savedEditCount = 0;
+};

@@ -1,0 +1,307 @@
+// Turning the command line's lines into commands, and what the commands share.
+#include "host/desktop/shell/desktopshell.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <exception>
+
+#include "host/api/acrxregistry.h"
+#include "host/desktop/shell/builtincommands.h"
+#include "host/desktop/shell/commandline.h"
+#include "host/desktop/shell/drawingsurface.h"
+
+namespace {
+
+constexpr int kNewFile = 1;
+
+AcEdCommandStack* commandStack() {
+    return AcRxCast<AcEdCommandStack>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
+}
+
+// A command name as typed: "_" asks for the English name and "." for the host's own command,
+// both of which are the only names here.
+QString bareName(QString name, bool& hostOnly) {
+    name = name.trimmed();
+    hostOnly = false;
+    while (name.startsWith(QLatin1Char('_')) || name.startsWith(QLatin1Char('.'))) {
+        if (name.startsWith(QLatin1Char('.'))) hostOnly = true;
+        name.remove(0, 1);
+    }
+    return name;
+}
+
+// A script's lines; a blank line is Enter. Line ends may be CR LF.
+std::optional<QStringList> readScript(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
+    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    if (!lines.isEmpty() && lines.back().isEmpty()) lines.removeLast();
+    for (QString& line : lines) {
+        if (line.endsWith(QLatin1Char('\r'))) line.chop(1);
+    }
+    return lines;
+}
+
+}  // namespace
+
+DesktopShell::DesktopShell(CommandLine& commandLine, DrawingSurface& surface, QObject* parent)
+    : QObject(parent),
+      m_commandLine(commandLine),
+      m_surface(surface),
+      m_editor(commandLine, surface, m_drawing),
+      m_modules([this](const std::string& warning) {
+          m_commandLine.print(QStringLiteral("\n") + QString::fromStdString(warning));
+      }) {
+    m_editor.setCommandRunner([this](const QString& name) { return runCommand(name); });
+    m_surface.setDocument(&m_drawing.document());
+    showCommandPrompt();
+}
+
+DesktopShell::~DesktopShell() { m_surface.setDocument(nullptr); }
+
+void DesktopShell::showCommandPrompt() { m_commandLine.print(QStringLiteral("\nCommand: ")); }
+
+bool DesktopShell::isIdle() const {
+    return !m_busy && m_typed.empty() && !m_editor.isScriptRunning();
+}
+
+void DesktopShell::submitLine(const QString& line) {
+    if (m_editor.isPrompting()) {
+        if (line.trimmed().startsWith(QLatin1Char('\''))) {
+            // Run from the event loop, so that the prompt's wait stays below it.
+            QTimer::singleShot(0, this, [this, line] { runTransparent(line); });
+            return;
+        }
+        m_editor.submitLine(line);
+        return;
+    }
+    m_typed.push_back(line);
+    scheduleNext();
+}
+
+void DesktopShell::cancel() {
+    m_typed.clear();
+    m_editor.cancel();
+    if (!m_busy) showCommandPrompt();
+}
+
+void DesktopShell::scheduleNext() {
+    if (m_scheduled) return;
+    m_scheduled = true;
+    // Each command starts from the event loop: the key press that typed it has been handled, and
+    // the window is painted between the lines of a script.
+    QTimer::singleShot(0, this, &DesktopShell::processNext);
+}
+
+void DesktopShell::processNext() {
+    m_scheduled = false;
+    if (m_busy || m_quitting) return;
+    std::optional<QString> line;
+    bool fromScript = false;
+    if (!m_typed.empty()) {
+        line = m_typed.front();
+        m_typed.pop_front();
+    } else if ((line = m_editor.takeScriptLine())) {
+        fromScript = true;
+    }
+    if (!line) {
+        emit idle();
+        return;
+    }
+    m_commandLine.echo(*line);
+    m_editor.cancelAll(false);
+    m_busy = true;
+    runLine(*line, fromScript);
+    m_busy = false;
+    m_editor.cancelAll(false);
+    emit drawingChanged();
+    if (m_quitting) return;
+    showCommandPrompt();
+    scheduleNext();
+}
+
+void DesktopShell::runLine(const QString& line, bool fromScript) {
+    QString name = line.trimmed();
+    if (name.startsWith(QLatin1Char('\''))) name.remove(0, 1);
+    if (name.isEmpty()) {
+        // Enter repeats the last command; in a script a blank line at the command prompt is idle.
+        if (fromScript || m_lastCommand.isEmpty()) return;
+        name = m_lastCommand;
+    }
+    m_lastCommand = name;
+    const int status = runCommand(name);
+    emit commandEnded(name, status);
+}
+
+int DesktopShell::runCommand(const QString& typed) {
+    bool hostOnly = false;
+    const QString name = bareName(typed, hostOnly);
+    if (name.isEmpty()) return RTREJ;
+    if (AcEdCommandStack* stack = commandStack(); stack && !hostOnly) {
+        if (const AcEdCommandStack::Command* command = stack->lookup(name.toStdWString())) {
+            // Copied: the command may unload its own module.
+            const AcRxFunctionPtr function = command->function;
+            try {
+                function();
+            } catch (const std::exception& e) {
+                m_commandLine.print(QStringLiteral("\n%1 ended with an error: %2")
+                                        .arg(name.toUpper(), QString::fromLocal8Bit(e.what())));
+                return RTERROR;
+            } catch (...) {
+                m_commandLine.print(QStringLiteral("\n%1 ended with an error").arg(name.toUpper()));
+                return RTERROR;
+            }
+            return RTNORM;
+        }
+    }
+    if (const BuiltinCommand* builtin = findBuiltinCommand(name)) return builtin->run(*this);
+    resbuf value;
+    if (m_editor.getVar(name.toStdWString(), value) == RTNORM) return runVariable(name.toUpper());
+    m_commandLine.print(QStringLiteral("\nUnknown command \"%1\".").arg(name.toUpper()));
+    return RTREJ;
+}
+
+bool DesktopShell::isTransparent(const QString& typed) const {
+    bool hostOnly = false;
+    const QString name = bareName(typed, hostOnly);
+    if (AcEdCommandStack* stack = commandStack(); stack && !hostOnly) {
+        if (const auto* command = stack->lookup(name.toStdWString()))
+            return (command->flags & ACRX_CMD_TRANSPARENT) != 0;
+    }
+    if (const BuiltinCommand* builtin = findBuiltinCommand(name)) return builtin->transparent;
+    resbuf value;
+    return const_cast<DesktopEditor&>(m_editor).getVar(name.toStdWString(), value) == RTNORM;
+}
+
+void DesktopShell::runTransparent(const QString& line) {
+    if (!m_editor.isPrompting()) {
+        // The prompt ended meanwhile: the line is a command of its own.
+        m_typed.push_back(line);
+        scheduleNext();
+        return;
+    }
+    m_commandLine.echo(line.trimmed());
+    const QString name = line.trimmed().mid(1);
+    if (isTransparent(name)) {
+        runCommand(name);
+    } else {
+        m_commandLine.print(QStringLiteral("\n** That command may not be invoked transparently **"));
+    }
+    m_editor.repeatPrompt();
+}
+
+int DesktopShell::runVariable(const QString& name) {
+    resbuf value;
+    m_editor.getVar(name.toStdWString(), value);
+    if (value.restype == RTSTR) {
+        m_commandLine.print(QStringLiteral("\n%1 = \"%2\" (read only)")
+                                .arg(name, QString::fromStdWString(value.resval.rstring)));
+        return RTNORM;
+    }
+    double number = 0.0;
+    const int status = m_editor.promptReal(
+        QStringLiteral("\nEnter new value for %1 <%2>: ").arg(name).arg(value.resval.rint), number);
+    if (status != RTNORM) return status == RTNONE ? RTNORM : status;
+    if (number != static_cast<short>(number) ||
+        m_editor.setVar(name.toStdWString(), resbuf::shortValue(static_cast<short>(number))) !=
+            RTNORM) {
+        m_commandLine.print(QStringLiteral("\nInvalid value for %1.").arg(name));
+        return RTERROR;
+    }
+    return RTNORM;
+}
+
+void DesktopShell::drawingReplaced() {
+    m_surface.setDocument(&m_drawing.document());
+    emit drawingChanged();
+}
+
+bool DesktopShell::openDrawing(const QString& path) {
+    const DxfStatus status = m_drawing.open(path.toStdString());
+    if (!status.isOk()) {
+        m_commandLine.print(QStringLiteral("\n") + QString::fromStdString(status.errorString()));
+        return false;
+    }
+    drawingReplaced();
+    return true;
+}
+
+int DesktopShell::saveDrawing() {
+    if (!m_drawing.hasFile()) return saveDrawingAs();
+    const DxfStatus status = m_drawing.save();
+    if (!status.isOk()) {
+        m_commandLine.print(QStringLiteral("\n") + QString::fromStdString(status.errorString()));
+        return RTERROR;
+    }
+    emit drawingChanged();
+    return RTNORM;
+}
+
+int DesktopShell::saveDrawingAs() {
+    std::wstring path;
+    if (m_editor.getFileD(L"Save Drawing As", m_drawing.drawingName(), L"dxf", kNewFile, path) !=
+        RTNORM)
+        return RTCAN;
+    const DxfStatus status = m_drawing.saveAs(path);
+    if (!status.isOk()) {
+        m_commandLine.print(QStringLiteral("\n") + QString::fromStdString(status.errorString()));
+        return RTERROR;
+    }
+    emit drawingChanged();
+    return RTNORM;
+}
+
+bool DesktopShell::confirmDiscard() {
+    if (!m_drawing.isModified()) return true;
+    const QString question =
+        QStringLiteral("Save changes to %1?").arg(QString::fromStdWString(m_drawing.drawingName()));
+    bool save = false;
+    if (m_editor.asksOnCommandLine()) {
+        if (m_editor.promptYesNo(QStringLiteral("\n") + question, true, save) != RTNORM) return false;
+    } else {
+        const auto answer = QMessageBox::question(
+            m_dialogParent, QStringLiteral("Tarnwick CAD"), question,
+            QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Yes);
+        if (answer == QMessageBox::Cancel) return false;
+        save = answer == QMessageBox::Yes;
+    }
+    return !save || saveDrawing() == RTNORM;
+}
+
+void DesktopShell::requestQuit() {
+    m_quitting = true;
+    m_typed.clear();
+    m_editor.stopScript();
+    QTimer::singleShot(0, this, &DesktopShell::quitRequested);
+}
+
+bool DesktopShell::loadModule(const QString& path) {
+    const ModuleStatus status = m_modules.load(path.toStdString());
+    m_commandLine.print(QStringLiteral("\n") +
+                        (status.isOk() ? QStringLiteral("%1 successfully loaded.")
+                                             .arg(QFileInfo(path).fileName())
+                                       : QString::fromStdString(status.errorString())));
+    return status.isOk();
+}
+
+bool DesktopShell::unloadModule(const QString& name) {
+    const ModuleStatus status = m_modules.unload(name.toStdString());
+    m_commandLine.print(QStringLiteral("\n") +
+                        (status.isOk() ? QStringLiteral("%1 successfully unloaded.").arg(name)
+                                       : QString::fromStdString(status.errorString())));
+    return status.isOk();
+}
+
+bool DesktopShell::startScript(const QString& path) {
+    const auto lines = readScript(path);
+    if (!lines) {
+        m_commandLine.print(QStringLiteral("\nCannot read the script \"%1\".").arg(path));
+        return false;
+    }
+    m_editor.runScript(*lines);
+    scheduleNext();
+    return true;
+}

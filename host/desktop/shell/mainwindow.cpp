@@ -1,0 +1,87 @@
+// The main window's layout and what ties its widgets to the shell.
+#include "host/desktop/shell/mainwindow.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QLabel>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTimer>
+
+#include "host/desktop/shell/commandline.h"
+#include "host/desktop/shell/desktopshell.h"
+#include "host/desktop/shell/placeholderview.h"
+
+namespace {
+
+QString coordinates(double x, double y) {
+    return QStringLiteral("%1, %2").arg(x, 0, 'f', 4).arg(y, 0, 'f', 4);
+}
+
+}  // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent),
+      m_view(new PlaceholderView),
+      m_commandLine(new CommandLine),
+      m_cursorPosition(new QLabel) {
+    auto* splitter = new QSplitter(Qt::Vertical, this);
+    splitter->addWidget(m_view);
+    splitter->addWidget(m_commandLine);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 0);
+    splitter->setChildrenCollapsible(false);
+    setCentralWidget(splitter);
+    const int lineHeight = m_commandLine->fontMetrics().lineSpacing();
+    splitter->setSizes({600, 8 * lineHeight});
+
+    m_cursorPosition->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_cursorPosition->setText(coordinates(0.0, 0.0));
+    statusBar()->addPermanentWidget(m_cursorPosition);
+    resize(1200, 800);
+
+    m_shell = std::make_unique<DesktopShell>(*m_commandLine, *m_view);
+    m_shell->setDialogParent(this);
+    DesktopShell& shell = *m_shell;
+    connect(m_commandLine, &CommandLine::submitted, &shell, &DesktopShell::submitLine);
+    connect(m_commandLine, &CommandLine::cancelled, &shell, &DesktopShell::cancel);
+    connect(m_view, &PlaceholderView::cursorMoved, &shell, [&shell](const QPointF& p) {
+        shell.editor().cursorMoved({p.x(), p.y(), 0.0});
+    });
+    connect(m_view, &PlaceholderView::pointClicked, &shell, [&shell](const QPointF& p) {
+        shell.editor().pointPicked({p.x(), p.y(), 0.0});
+    });
+    connect(&shell.editor(), &DesktopEditor::cursorPositionChanged, this,
+            [this](double x, double y) { m_cursorPosition->setText(coordinates(x, y)); });
+    connect(&shell, &DesktopShell::drawingChanged, this, &MainWindow::updateTitle);
+    connect(&shell, &DesktopShell::quitRequested, this, [this] {
+        m_closeConfirmed = true;
+        close();
+    });
+    updateTitle();
+    m_commandLine->setFocus();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::updateTitle() {
+    const QString name = QString::fromStdWString(m_shell->drawing().drawingName());
+    setWindowTitle(QStringLiteral("%1[*] - Tarnwick CAD").arg(name));
+    setWindowModified(m_shell->drawing().isModified());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (m_shell->editor().isPrompting() && !m_shell->isQuitting()) {
+        // A command is waiting for input: end it first, the window stays.
+        m_shell->editor().cancelAll();
+        event->ignore();
+        return;
+    }
+    m_shell->editor().stopScript();
+    if (!m_closeConfirmed && !m_shell->confirmDiscard()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+}

@@ -1,0 +1,77 @@
+// The desktop host's open drawing: new, opened, saved, and what the document manager hears.
+#include <gtest/gtest.h>
+
+#include "host/api/acdbdatabase.h"
+#include "host/desktop/session/drawingsession.h"
+#include "tests/TempFolder.h"
+
+namespace {
+
+const std::filesystem::path kFloorPlan =
+    std::filesystem::path(TARNWICK_SOURCE_DIR) / "examples" / "floorplan.dxf";
+
+struct Recorder final : AcApDocManagerReactor {
+    Recorder() { acDocManagerPtr()->addReactor(this); }
+    ~Recorder() override { acDocManagerPtr()->removeReactor(this); }
+    void documentCreated(AcApDocument* document) override {
+        events.push_back(L"created " + document->fileName());
+    }
+    void documentToBeDestroyed(AcApDocument* document) override {
+        events.push_back(L"to be destroyed " + document->fileName());
+    }
+    std::vector<std::wstring> events;
+};
+
+TEST(DrawingSession, StartsWithANewDrawingWithoutFile) {
+    DrawingSession session;
+    EXPECT_EQ(session.drawingName(), L"Drawing1.dxf");
+    EXPECT_FALSE(session.hasFile());
+    EXPECT_FALSE(session.isModified());
+    EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), &session.document());
+    EXPECT_EQ(session.save().errorString(), "Drawing1.dxf: the drawing has no file yet");
+}
+
+TEST(DrawingSession, TheDocumentManagerHearsOfEveryDrawingThatComesAndGoes) {
+    Recorder recorder;
+    {
+        DrawingSession session;
+        ASSERT_TRUE(session.open(kFloorPlan).isOk());
+        EXPECT_EQ(session.drawingName(), L"floorplan.dxf");
+        EXPECT_EQ(acDocManagerPtr()->curDocument(), &session.hostDocument());
+    }
+    EXPECT_EQ(recorder.events,
+              (std::vector<std::wstring>{L"created Drawing1.dxf", L"to be destroyed Drawing1.dxf",
+                                         L"created " + kFloorPlan.wstring(),
+                                         L"to be destroyed " + kFloorPlan.wstring()}));
+    EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), nullptr);
+    EXPECT_EQ(acDocManagerPtr()->curDocument(), nullptr);
+}
+
+TEST(DrawingSession, AFileThatCannotBeReadLeavesTheDrawingOpen) {
+    TempFolder folder;
+    folder.write("broken.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nabc\n");
+    DrawingSession session;
+    ASSERT_TRUE(session.open(kFloorPlan).isOk());
+    const DxfStatus status = session.open(folder.path("broken.dxf"));
+    EXPECT_FALSE(status.isOk());
+    EXPECT_NE(status.errorString().find("broken.dxf:"), std::string::npos) << status.errorString();
+    EXPECT_EQ(session.drawingName(), L"floorplan.dxf");
+}
+
+TEST(DrawingSession, AnInsertMakesItModifiedUntilSaved) {
+    TempFolder folder;
+    DrawingSession session;
+    ASSERT_TRUE(session.open(kFloorPlan).isOk());
+    AcDbBlockReference reference;
+    ASSERT_EQ(session.document().getBlockTableRecordId(L"DOOR", reference.blockTableRecord),
+              Acad::eOk);
+    AcDbObjectId id;
+    ASSERT_EQ(session.document().insertBlockReference(reference, id), Acad::eOk);
+    EXPECT_TRUE(session.isModified());
+    ASSERT_TRUE(session.saveAs(folder.path("copy.dxf")).isOk());
+    EXPECT_FALSE(session.isModified());
+    EXPECT_EQ(session.drawingName(), L"copy.dxf");
+    EXPECT_TRUE(session.hasFile());
+}
+
+}  // namespace
