@@ -122,16 +122,23 @@ void DesktopEditor::cancelAll(bool cancelling) {
 }
 
 void DesktopEditor::cursorMoved(const AcGePoint3d& point) {
+    // A sample that repeats the last position says nothing new (a click reports its place too).
+    if (m_lastCursor == point) return;
+    m_lastCursor = point;
     emit cursorPositionChanged(point.x, point.y);
     deliver({Input::Kind::Cursor, {}, point});
 }
 
 void DesktopEditor::pointPicked(const AcGePoint3d& point) {
+    m_lastCursor = point;
+    emit cursorPositionChanged(point.x, point.y);
     deliver({Input::Kind::Pick, {}, point});
 }
 
 void DesktopEditor::repeatPrompt() {
-    if (!m_waiters.empty()) print(QStringLiteral("\n") + m_waiters.back()->prompt);
+    if (m_waiters.empty()) return;
+    print(QStringLiteral("\n") + m_waiters.back()->prompt);
+    emit inputRequested(m_waiters.back()->prompt);
 }
 
 void DesktopEditor::runScript(QStringList lines) {

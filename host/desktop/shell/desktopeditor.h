@@ -138,6 +138,7 @@ private:
     bool m_cancelling = false;
     int m_initGetFlags = 0;
     std::optional<AcGePoint3d> m_lastPoint;
+    std::optional<AcGePoint3d> m_lastCursor;
     std::optional<std::pair<AcGePoint3d, AcGePoint3d>> m_rubberLine;
     std::map<std::wstring, short> m_variables;  // the session's: CMDECHO, FILEDIA
     AcEdEditor* m_previousEditor;

@@ -52,9 +52,7 @@ DesktopShell::DesktopShell(CommandLine& commandLine, DrawingSurface& surface, QO
       m_commandLine(commandLine),
       m_surface(surface),
       m_editor(commandLine, surface, m_drawing),
-      m_modules([this](const std::string& warning) {
-          m_commandLine.print(QStringLiteral("\n") + QString::fromStdString(warning));
-      }) {
+      m_modules([this](const std::string& warning) { report(QString::fromStdString(warning)); }) {
     m_editor.setCommandRunner([this](const QString& name) { return runCommand(name); });
     m_surface.setDocument(&m_drawing.document());
     showCommandPrompt();
@@ -63,6 +61,12 @@ DesktopShell::DesktopShell(CommandLine& commandLine, DrawingSurface& surface, QO
 DesktopShell::~DesktopShell() { m_surface.setDocument(nullptr); }
 
 void DesktopShell::showCommandPrompt() { m_commandLine.print(QStringLiteral("\nCommand: ")); }
+
+void DesktopShell::report(const QString& message) {
+    m_commandLine.print(QStringLiteral("\n") + message);
+    // Outside a command, the command prompt comes back under the message.
+    if (!m_busy) showCommandPrompt();
+}
 
 bool DesktopShell::isIdle() const {
     return !m_busy && m_typed.empty() && !m_editor.isScriptRunning();
@@ -84,8 +88,9 @@ void DesktopShell::submitLine(const QString& line) {
 
 void DesktopShell::cancel() {
     m_typed.clear();
+    const bool prompting = m_editor.isPrompting();
     m_editor.cancel();
-    if (!m_busy) showCommandPrompt();
+    if (!m_busy && !prompting) showCommandPrompt();
 }
 
 void DesktopShell::scheduleNext() {
@@ -222,7 +227,7 @@ void DesktopShell::drawingReplaced() {
 bool DesktopShell::openDrawing(const QString& path) {
     const DxfStatus status = m_drawing.open(path.toStdString());
     if (!status.isOk()) {
-        m_commandLine.print(QStringLiteral("\n") + QString::fromStdString(status.errorString()));
+        report(QString::fromStdString(status.errorString()));
         return false;
     }
     drawingReplaced();
@@ -233,7 +238,7 @@ int DesktopShell::saveDrawing() {
     if (!m_drawing.hasFile()) return saveDrawingAs();
     const DxfStatus status = m_drawing.save();
     if (!status.isOk()) {
-        m_commandLine.print(QStringLiteral("\n") + QString::fromStdString(status.errorString()));
+        report(QString::fromStdString(status.errorString()));
         return RTERROR;
     }
     emit drawingChanged();
@@ -247,7 +252,7 @@ int DesktopShell::saveDrawingAs() {
         return RTCAN;
     const DxfStatus status = m_drawing.saveAs(path);
     if (!status.isOk()) {
-        m_commandLine.print(QStringLiteral("\n") + QString::fromStdString(status.errorString()));
+        report(QString::fromStdString(status.errorString()));
         return RTERROR;
     }
     emit drawingChanged();
@@ -280,25 +285,22 @@ void DesktopShell::requestQuit() {
 
 bool DesktopShell::loadModule(const QString& path) {
     const ModuleStatus status = m_modules.load(path.toStdString());
-    m_commandLine.print(QStringLiteral("\n") +
-                        (status.isOk() ? QStringLiteral("%1 successfully loaded.")
-                                             .arg(QFileInfo(path).fileName())
-                                       : QString::fromStdString(status.errorString())));
+    report(status.isOk() ? QStringLiteral("%1 successfully loaded.").arg(QFileInfo(path).fileName())
+                         : QString::fromStdString(status.errorString()));
     return status.isOk();
 }
 
 bool DesktopShell::unloadModule(const QString& name) {
     const ModuleStatus status = m_modules.unload(name.toStdString());
-    m_commandLine.print(QStringLiteral("\n") +
-                        (status.isOk() ? QStringLiteral("%1 successfully unloaded.").arg(name)
-                                       : QString::fromStdString(status.errorString())));
+    report(status.isOk() ? QStringLiteral("%1 successfully unloaded.").arg(name)
+                         : QString::fromStdString(status.errorString()));
     return status.isOk();
 }
 
 bool DesktopShell::startScript(const QString& path) {
     const auto lines = readScript(path);
     if (!lines) {
-        m_commandLine.print(QStringLiteral("\nCannot read the script \"%1\".").arg(path));
+        report(QStringLiteral("Cannot read the script \"%1\".").arg(path));
         return false;
     }
     m_editor.runScript(*lines);

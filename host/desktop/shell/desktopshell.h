@@ -75,6 +75,8 @@ private:
     void runTransparent(const QString& line);
     int runVariable(const QString& name);
     void showCommandPrompt();
+    // A message of the shell's own on a line of its own.
+    void report(const QString& message);
 
     CommandLine& m_commandLine;
     DrawingSurface& m_surface;

@@ -1,0 +1,228 @@
+// The shell: commands typed at the command line, modules' commands, transparent commands, scripts,
+// drawings opened, saved and quit, UNDO of the last insert, and the rubber band with the mouse.
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cmath>
+#include <fstream>
+
+#include "host/api/acapdocmanager.h"
+#include "host/api/acrxregistry.h"
+#include "tests/TempFolder.h"
+#include "tests/host/desktop/shell/ShellTestSupport.h"
+#include "tests/host/dxf/DxfTestSupport.h"
+
+namespace {
+
+const std::filesystem::path kChecker =
+    kSourceDir / "tests" / "host" / "desktop" / "shell" / "check_saved.py";
+
+QString path(const std::filesystem::path& file) { return QString::fromStdString(file.string()); }
+
+class DesktopShellTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        m_window = makeWindow();
+        m_driver = std::make_unique<PromptDriver>(*m_window);
+    }
+    void TearDown() override { EXPECT_TRUE(m_driver->finished()) << "input left over"; }
+
+    QString history() { return m_window->commandLine().history(); }
+    DesktopShell& shell() { return m_window->shell(); }
+    void openFloorPlan() { ASSERT_TRUE(shell().openDrawing(path(kFloorPlan))); }
+
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<PromptDriver> m_driver;
+};
+
+TEST_F(DesktopShellTest, AnUnknownCommandIsNamedAndTheShellGoesOn) {
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("frobnicate")));
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Command: frobnicate\nUnknown command \"FROBNICATE\".\nCommand: ")))
+        << history().toStdString();
+}
+
+TEST_F(DesktopShellTest, ModuleCommandsRunByLocalAndGlobalName) {
+    ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
+    EXPECT_TRUE(history().contains(QStringLiteral("good.arx successfully loaded.")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("hello")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("_Hello_Global")));
+    EXPECT_EQ(history().count(QStringLiteral("Hello from GOOD_GROUP")), 2);
+    // Enter at the command prompt repeats the last command.
+    ASSERT_TRUE(runCommandLine(*m_window, QString()));
+    EXPECT_EQ(history().count(QStringLiteral("Hello from GOOD_GROUP")), 3);
+
+    m_driver->type(QStringLiteral("U")).type(QStringLiteral("good"));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ARX")));
+    EXPECT_TRUE(history().contains(QStringLiteral("good successfully unloaded.")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("HELLO")));
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Unknown command \"HELLO\".\nCommand: ")));
+}
+
+TEST_F(DesktopShellTest, BrokenModulesGiveOneMessageEachAndTheHostStaysUp) {
+    m_driver->type(path(kTestModules / "noentry.arx"))
+        .type(QStringLiteral("L"))
+        .type(path(kTestModules / "oldversion.arx"))
+        .type(QStringLiteral("U"))
+        .type(QStringLiteral("ghost"));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("APPLOAD")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ARX")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ARX")));
+    EXPECT_TRUE(history().contains(QStringLiteral("\nnoentry.arx: no entry point \"acrxEntryPoint\"\n")));
+    EXPECT_TRUE(history().contains(
+        QStringLiteral("\noldversion.arx: made for host interface 21.0, this host takes 22.x\n")));
+    EXPECT_TRUE(history().contains(QStringLiteral("\nghost: not loaded\n")));
+    EXPECT_TRUE(shell().modules().modules().empty());
+    ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
+}
+
+TEST_F(DesktopShellTest, TransparentCommandsRunWhileAnotherPrompts) {
+    ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
+    openFloorPlan();
+    m_driver->type(QStringLiteral("'ECHO"))
+        .type(QStringLiteral("'HELLO"))
+        .type(QStringLiteral("'ZOOM"))
+        .type(QStringLiteral("2x"))
+        .escape();
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("INSERT")));
+    EXPECT_TRUE(history().contains(QStringLiteral(
+        "Command: INSERT\nEnter block name: 'ECHO\nEcho from GOOD_GROUP\nEnter block name: 'HELLO\n"
+        "** That command may not be invoked transparently **\nEnter block name: 'ZOOM\n"
+        "Specify corner of window, enter a scale factor (nX), or [Extents/Window]: 2x\n"
+        "Enter block name: *Cancel*\nCommand: ")))
+        << history().toStdString();
+}
+
+TEST_F(DesktopShellTest, InsertAndUndoLeaveTheFileAsItWas) {
+    TempFolder folder;
+    openFloorPlan();
+    m_driver->type(QStringLiteral("DOOR"))
+        .type(QStringLiteral("3,3"))
+        .type(QString())
+        .type(QString())
+        .type(QString())
+        .type(QString::fromStdString(folder.path("undone.dxf")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("INSERT")));
+    EXPECT_TRUE(shell().drawing().isModified());
+    EXPECT_TRUE(m_window->isWindowModified());
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("UNDO")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("U")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVEAS")));
+    EXPECT_TRUE(history().contains(QStringLiteral("Command: UNDO\nINSERT undone.\nCommand: U\nNothing to undo.")));
+    EXPECT_EQ(folder.read("undone.dxf"), readBytes(kFloorPlan));
+    EXPECT_EQ(shell().drawing().drawingName(), L"undone.dxf");
+    EXPECT_EQ(m_window->windowTitle(), QStringLiteral("undone.dxf[*] - Tarnwick CAD"));
+}
+
+TEST_F(DesktopShellTest, OpeningADrawingTellsTheDocumentManager) {
+    struct Recorder final : AcApDocManagerReactor {
+        Recorder() { acDocManagerPtr()->addReactor(this); }
+        ~Recorder() override { acDocManagerPtr()->removeReactor(this); }
+        void documentCreated(AcApDocument* d) override { events.push_back(L"+" + d->fileName()); }
+        void documentToBeDestroyed(AcApDocument* d) override { events.push_back(L"-" + d->fileName()); }
+        std::vector<std::wstring> events;
+    } recorder;
+    m_driver->type(path(kFloorPlan));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("OPEN")));
+    EXPECT_EQ(recorder.events, (std::vector<std::wstring>{L"-Drawing1.dxf", L"+" + kFloorPlan.wstring()}));
+    EXPECT_EQ(m_window->windowTitle(), QStringLiteral("floorplan.dxf[*] - Tarnwick CAD"));
+}
+
+TEST_F(DesktopShellTest, ANewDrawingIsSavedUnderANameAskedFor) {
+    TempFolder folder;
+    m_driver->type(QString::fromStdString(folder.path("first")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
+    EXPECT_TRUE(std::filesystem::exists(folder.path("first.dxf")));
+    EXPECT_EQ(shell().drawing().drawingName(), L"first.dxf");
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
+    EXPECT_TRUE(history().contains(QStringLiteral("Command: SAVE\nEnter file name <Drawing1.dxf>: ")));
+}
+
+TEST_F(DesktopShellTest, QuitAsksAboutUnsavedWorkAndClosesTheWindow) {
+    openFloorPlan();
+    QSignalSpy quit(&shell(), &DesktopShell::quitRequested);
+    m_driver->type(QStringLiteral("DOOR"))
+        .type(QStringLiteral("3,3"))
+        .type(QString())
+        .type(QString())
+        .type(QString())
+        .type(QStringLiteral("maybe"))
+        .type(QStringLiteral("N"));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("INSERT")));
+    typeLine(*m_window, QStringLiteral("QUIT"));
+    ASSERT_TRUE(quit.wait(10000));
+    EXPECT_TRUE(history().contains(QStringLiteral(
+        "Save changes to floorplan.dxf? [Yes/No] <Yes>: maybe\nInvalid option keyword.\n"
+        "Save changes to floorplan.dxf? [Yes/No] <Yes>: N")))
+        << history().toStdString();
+    EXPECT_FALSE(m_window->isVisible());
+}
+
+TEST_F(DesktopShellTest, TheRubberBandFollowsTheMouseAndSetsTheScale) {
+    ASSERT_TRUE(shell().loadModule(path(kTestModules / "placer.arx")));
+    openFloorPlan();
+    DxfDocument& document = shell().drawing().document();
+    const AcGePoint3d corner{10, 5, 0};
+    const AcGePoint3d dragged{11.8, 4.5, 0};
+    PlaceholderView& view = m_window->view();
+    std::size_t vectorsWhileDragging = 0;
+    m_driver->click(corner)
+        .then([&] { moveMouse(*m_window, dragged); })
+        .then([&] {
+            vectorsWhileDragging = view.vectorCount();
+            clickAt(*m_window, dragged);
+        });
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("PLACEDOOR")));
+    const AcGePoint3d p0 = view.toDrawing(view.toWidget(corner).toPoint());
+    const AcGePoint3d p1 = view.toDrawing(view.toWidget(dragged).toPoint());
+    // The door is 0.9 by 0.9: dragged farther across than down, the width follows the cursor.
+    const double scale = std::fabs(p1.x - p0.x) / 0.9;
+    EXPECT_EQ(vectorsWhileDragging, 4u);
+    EXPECT_EQ(view.vectorCount(), 0u);
+    AcDbBlockReference placed;
+    ASSERT_EQ(document.openBlockReference(document.blockReferences(DxfSpace::Model).back().id, placed),
+              Acad::eOk);
+    EXPECT_EQ(placed.position, p0);
+    EXPECT_DOUBLE_EQ(placed.scaleFactors.sx, scale);
+    EXPECT_DOUBLE_EQ(placed.scaleFactors.sy, scale);
+    EXPECT_TRUE(history().contains(QStringLiteral(
+        "Upper left corner of table: \nLower right corner (or RETURN): \nCommand: ")))
+        << history().toStdString();
+    // The four variables are back: OSMODE takes what SNAPMODE was, as the module does it.
+    resbuf value;
+    for (const wchar_t* name : {L"ATTREQ", L"CMDECHO"}) {
+        ASSERT_EQ(acedGetVar(name, &value), RTNORM);
+        EXPECT_EQ(value.resval.rint, 1) << name;
+    }
+}
+
+TEST_F(DesktopShellTest, AScriptDrivesACommandUnattended) {
+    if (!haveEzdxf()) GTEST_SKIP() << "Debian's python3-ezdxf is not installed";
+    TempFolder folder;
+    const std::string saved = folder.path("placed.dxf");
+    std::ofstream(folder.path("place.scr"))
+        << "OPEN\n" << kFloorPlan.string() << "\nZOOM\nE\nARX\nL\n"
+        << (kTestModules / "placer.arx").string() << "\nPLACEDOOR\n10,5\n\nSAVEAS\n" << saved << "\n";
+    ASSERT_TRUE(runUntilIdle(*m_window, [&] { shell().startScript(QString::fromStdString(folder.path("place.scr"))); }));
+    EXPECT_TRUE(history().contains(QStringLiteral(
+        "Command: PLACEDOOR\nUpper left corner of table: 10,5\nLower right corner (or RETURN): \nCommand: SAVEAS")))
+        << history().toStdString();
+    const ProcessResult check =
+        runPython(kChecker, {saved, kFloorPlan.string(), "DOOR", "10", "5", "1"});
+    EXPECT_EQ(check.out, "ok\n") << check.err;
+    EXPECT_FALSE(shell().drawing().isModified());
+}
+
+TEST_F(DesktopShellTest, EscStopsAScript) {
+    TempFolder folder;
+    std::ofstream(folder.path("stop.scr")) << "INSERT\nDOOR\nHELLO\n";
+    openFloorPlan();
+    // The script runs out at the insertion point; Esc there ends the command and the script.
+    m_driver->escape();
+    ASSERT_TRUE(runUntilIdle(*m_window, [&] { shell().startScript(QString::fromStdString(folder.path("stop.scr"))); }));
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Specify insertion point: HELLO\nInvalid point.\nSpecify insertion point: *Cancel*\nCommand: ")))
+        << history().toStdString();
+}
+
+}  // namespace

@@ -1,0 +1,57 @@
+// What the shell's tests share: a main window, and a driver that answers each prompt with real key
+// and mouse events at the moment the prompt starts to wait.
+#pragma once
+
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include <QObject>
+#include <QPointF>
+#include <QString>
+
+#include "host/desktop/shell/commandline.h"
+#include "host/desktop/shell/desktopshell.h"
+#include "host/desktop/shell/mainwindow.h"
+#include "host/desktop/shell/placeholderview.h"
+
+inline const std::filesystem::path kSourceDir = TARNWICK_SOURCE_DIR;
+inline const std::filesystem::path kTestModules = TARNWICK_TEST_MODULES;
+inline const std::filesystem::path kFloorPlan = kSourceDir / "examples" / "floorplan.dxf";
+
+// Real events into the window's widgets.
+void typeLine(MainWindow& window, const QString& text);  // the text, then Enter
+void pressEscape(MainWindow& window);
+void pressKey(MainWindow& window, Qt::Key key);
+void moveMouse(MainWindow& window, const AcGePoint3d& drawingPoint);
+void clickAt(MainWindow& window, const AcGePoint3d& drawingPoint);
+
+// Plays one step each time the editor starts to wait for the user.
+class PromptDriver final : public QObject {
+    Q_OBJECT
+public:
+    explicit PromptDriver(MainWindow& window);
+    PromptDriver& then(std::function<void()> step);
+    PromptDriver& type(const QString& text);
+    PromptDriver& escape();
+    PromptDriver& click(const AcGePoint3d& point);
+    bool finished() const { return m_steps.empty(); }
+    const QStringList& prompts() const { return m_prompts; }
+
+private:
+    void next(const QString& prompt);
+
+    MainWindow& m_window;
+    std::deque<std::function<void()>> m_steps;
+    QStringList m_prompts;
+};
+
+// Starts something and returns once the shell is idle again (false when it is not within the
+// time limit).
+bool runUntilIdle(MainWindow& window, const std::function<void()>& start);
+// Types a command at the command prompt and waits until the shell is idle again.
+bool runCommandLine(MainWindow& window, const QString& line);
+
+// A main window with FILEDIA 0, so that files are asked for on the command line.
+std::unique_ptr<MainWindow> makeWindow();
