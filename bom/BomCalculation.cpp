@@ -3,8 +3,9 @@
 
 #include "host/api/acdbdatabase.h"
 #include "host/api/acededitor.h"
-#include "inventory/WideText.h"
 #include "pricelist/PriceListFile.h"
+#include "text/CaseRules.h"
+#include "text/Numbers.h"
 
 namespace {
 
@@ -41,7 +42,7 @@ void BomCalculation::RebuildNameIndex() {
     m_nameIndex.reserve(m_results.size());
     for (std::size_t i = 0; i < m_results.size(); ++i) {
         m_results[i].name = MakeLower(std::move(m_results[i].name));
-        m_nameIndex[m_results[i].name] = i;  // a later row of the same name wins
+        m_nameIndex[FoldCase(m_results[i].name)] = i;  // a later row of the same name wins
     }
 }
 
@@ -51,7 +52,8 @@ bool BomCalculation::SelectBlockReferences(ads_name& selectionSet) {
 }
 
 void BomCalculation::Count(const std::wstring& lowerName) {
-    const auto found = m_nameIndex.find(lowerName);
+    std::wstring key = FoldCase(lowerName);
+    const auto found = m_nameIndex.find(key);
     if (found != m_nameIndex.end()) {
         ResultString& row = m_results[found->second];
         row.quantity += 1;
@@ -60,7 +62,7 @@ void BomCalculation::Count(const std::wstring& lowerName) {
     }
     if (m_listOnlyPricedBlocks) return;
     m_results.push_back(ResultString{lowerName, 0.0, 1, {}, 0.0});
-    m_nameIndex.emplace(lowerName, m_results.size() - 1);
+    m_nameIndex.emplace(std::move(key), m_results.size() - 1);
 }
 
 bool BomCalculation::CountSelection() {

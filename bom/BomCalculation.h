@@ -7,7 +7,7 @@
 
 #include "bom/ResultString.h"
 #include "host/api/adscodes.h"
-#include "pricelist/TextFile.h"
+#include "text/TextFile.h"
 
 class BomCalculation {
 public:
@@ -33,7 +33,7 @@ private:
     void Count(const std::wstring& lowerName);
 
     std::vector<ResultString> m_results;
-    std::unordered_map<std::wstring, std::size_t> m_nameIndex;
+    std::unordered_map<std::wstring, std::size_t> m_nameIndex;  // by case-folded name
     TextFormat m_priceListFormat;
     bool m_listOnlyPricedBlocks = false;
 };

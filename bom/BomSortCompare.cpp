@@ -2,7 +2,8 @@
 #include "bom/BomSortCompare.h"
 
 #include "bom/BomRows.h"
-#include "inventory/WideText.h"
+#include "text/CaseRules.h"
+#include "text/Numbers.h"
 
 namespace {
 

@@ -6,7 +6,8 @@
 #include <cwchar>
 
 #include "host/api/acededitor.h"
-#include "inventory/WideText.h"
+#include "text/CaseRules.h"
+#include "text/Numbers.h"
 
 namespace {
 

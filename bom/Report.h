@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "bom/BomRows.h"
-#include "pricelist/TextFile.h"
+#include "text/TextFile.h"
 
 // The report's lines without their line breaks: header, then each row ("Summary:" only while prices
 // are shown). Fields right-aligned in 10 characters, the description in 20; longer texts push on.

@@ -6,13 +6,12 @@
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
-#include <cwchar>
 #include <string>
 
-#include "pricelist/TextFile.h"
+#include "resources/ModulePath.h"
+#include "text/TextFile.h"
 
 ExtensionModuleState ExtensionModule;
-wchar_t modulePath[kModulePathSize] = {};
 
 namespace {
 
@@ -36,11 +35,9 @@ std::wstring ModuleFileName() {
     return WidePath(name);
 }
 
-// Truncates as the host's module-name function does when the buffer is too short.
+// Cut as the system's module-name function cuts a name longer than its buffer.
 void CopyModulePath(const std::wstring& path) {
-    const std::size_t length = std::min<std::size_t>(path.size(), kModulePathSize - 1);
-    std::wmemcpy(modulePath, path.data(), length);
-    modulePath[length] = L'\0';
+    modulePath = path.substr(0, std::min(path.size(), kModulePathLength));
 }
 
 void ProcessAttach(HINSTANCE instance) {

@@ -1,5 +1,6 @@
 // The library entry: what the module does when the loader maps it into the host's process and when
-// it takes it out again, and the module-wide state set up there.
+// it takes it out again: the extension state, and the module's path (`modulePath`, kept with the
+// resources) set there.
 #pragma once
 
 #include "host/api/acapwindow.h"
@@ -19,11 +20,6 @@ struct ExtensionModuleState {
 };
 
 extern ExtensionModuleState ExtensionModule;
-
-// The module's full file name, at most 258 characters and the terminator: the settings files lie
-// beside it.
-inline constexpr int kModulePathSize = 259;
-extern wchar_t modulePath[kModulePathSize];
 
 enum class LibraryReason { ProcessAttach, ProcessDetach, ThreadAttach, ThreadDetach };
 

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "grid/UGSysColor.h"
-#include "grid/UGText.h"
+#include "text/Numbers.h"
 
 struct CUGCell::Rare {
     std::wstring mask;
@@ -336,7 +336,7 @@ short CUGCell::GetShortParam() const {
 }
 
 int CUGCell::SetNumber(double number) {
-    m_string = UGFormatNumber(number);
+    m_string = FormatShortest(number);
     m_propSetFlags |= UGCELL_TEXT_SET | UGCELL_DATATYPE_SET;
     m_dataType = UGCELLDATA_NUMBER;
     m_number = number;
@@ -347,7 +347,7 @@ int CUGCell::SetNumber(double number) {
 int CUGCell::GetNumber(double* number) const {
     if (!(m_propSetFlags & UGCELL_TEXT_SET)) return UG_ERROR;
     if (!m_numberCached) {
-        m_number = UGToDouble(m_string);
+        m_number = WToF(m_string);
         m_numberCached = true;
     }
     *number = m_number;
@@ -363,7 +363,7 @@ int CUGCell::GetNumber(float* number) const {
 
 int CUGCell::GetNumber(long* number) const {
     if (!(m_propSetFlags & UGCELL_TEXT_SET)) return UG_ERROR;
-    *number = UGToLong(m_string);
+    *number = WToL(m_string);
     return UG_SUCCESS;
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "grid/UGDefs.h"
-#include "grid/UGText.h"
+#include "text/CaseRules.h"
 
 namespace {
 
@@ -120,10 +120,10 @@ bool CUGMem::Matches(const CUGCell* cell, std::wstring_view needle, long flags) 
     if (!text) return false;
     const bool ignoreCase = flags & UG_FIND_CASEINSENSITIVE;
     if (flags & UG_FIND_PARTIAL) {
-        const std::wstring haystack = ignoreCase ? UGMakeUpper(text) : std::wstring(text);
+        const std::wstring haystack = ignoreCase ? MakeUpper(text) : std::wstring(text);
         return haystack.find(needle) != std::wstring::npos;
     }
-    return ignoreCase ? UGCompareNoCase(text, needle) == 0 : needle == text;
+    return ignoreCase ? CompareNoCase(text, needle) == 0 : needle == text;
 }
 
 int CUGMem::FindFirst(std::wstring_view text, int* col, long* row, long flags) {
@@ -139,7 +139,7 @@ int CUGMem::FindFirst(std::wstring_view text, int* col, long* row, long flags) {
 int CUGMem::FindNext(std::wstring_view text, int* col, long* row, long flags) {
     if (m_rows.empty() || !col || !row) return UG_ERROR;
     std::wstring needle(text);
-    if ((flags & UG_FIND_CASEINSENSITIVE) && (flags & UG_FIND_PARTIAL)) needle = UGMakeUpper(needle);
+    if ((flags & UG_FIND_CASEINSENSITIVE) && (flags & UG_FIND_PARTIAL)) needle = MakeUpper(needle);
     if (flags & UG_FIND_ALLCOLUMNS) return FindAlongRows(needle, col, row, flags);
     return FindDownColumn(needle, *col, row, flags);
 }

@@ -2,7 +2,7 @@
 #include "inventory/BlockNamesCont.h"
 
 #include "host/api/acdbdatabase.h"
-#include "inventory/WideText.h"
+#include "text/CaseRules.h"
 
 int BlockNamesContSort::Compare(const blname& a, const blname& b) const {
     return CompareNoCase(a.name, b.name);

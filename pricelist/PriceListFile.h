@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pricelist/TextFile.h"
+#include "text/TextFile.h"
 
 struct PriceListRow {
     std::wstring name;

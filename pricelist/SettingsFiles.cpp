@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <cwctype>
 
-#include "inventory/WideText.h"
-#include "pricelist/TextFile.h"
+#include "text/CaseRules.h"
+#include "text/TextFile.h"
 
 namespace {
 

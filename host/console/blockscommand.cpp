@@ -8,8 +8,8 @@
 #include "host/console/drawingsession.h"
 #include "host/console/messages.h"
 #include "inventory/BlockNamesCont.h"
-#include "inventory/WideText.h"
 #include "pricelist/PriceListFile.h"
+#include "text/CaseRules.h"
 
 namespace {
 

@@ -15,7 +15,7 @@
 #include "host/console/jsonwriter.h"
 #include "host/console/messages.h"
 #include "host/console/selection.h"
-#include "pricelist/TextFile.h"
+#include "text/TextFile.h"
 
 namespace {
 

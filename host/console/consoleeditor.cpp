@@ -3,7 +3,7 @@
 
 #include "host/api/acdbdatabase.h"
 #include "host/console/insertcommand.h"
-#include "pricelist/TextFile.h"
+#include "text/TextFile.h"
 
 namespace {
 

@@ -8,8 +8,8 @@
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
 #include "host/console/messages.h"
-#include "inventory/WideText.h"
-#include "pricelist/TextFile.h"
+#include "text/CaseRules.h"
+#include "text/TextFile.h"
 
 namespace {
 

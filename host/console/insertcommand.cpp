@@ -4,7 +4,8 @@
 #include <cmath>
 #include <numbers>
 
-#include "inventory/WideText.h"
+#include "text/CaseRules.h"
+#include "text/Numbers.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstdio>
 
-#include "pricelist/TextFile.h"
+#include "text/TextFile.h"
 
 void JsonWriter::newline() {
     m_text += '\n';

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "inventory/WideText.h"
+#include "text/CaseRules.h"
 
 namespace {
 

@@ -8,7 +8,8 @@
 
 #include "frame/LibraryEntry.h"
 #include "frame/ResourceOverride.h"
-#include "pricelist/TextFile.h"
+#include "resources/ModulePath.h"
+#include "text/TextFile.h"
 
 namespace {
 
@@ -38,7 +39,7 @@ TEST_F(LibraryEntryTest, AttachInitialisesTheExtensionStateAndThePath) {
     EXPECT_EQ(ExtensionModule.moduleResource, ModuleInstance());
     EXPECT_NE(ModuleInstance(), nullptr);
     // Linked into this test program, the code's module is the program itself.
-    EXPECT_EQ(std::wstring(modulePath), ExecutablePath());
+    EXPECT_EQ(modulePath, ExecutablePath());
 }
 
 TEST_F(LibraryEntryTest, AttachingAgainKeepsTheStateOfTheFirstAttach) {
@@ -67,7 +68,7 @@ TEST(LibraryEntry, AnAttachWithoutInstanceLeavesTheModuleDetachedButSucceeds) {
     ASSERT_EQ(ExtensionModule.attached, 0);
     EXPECT_TRUE(LibraryMain(nullptr, LibraryReason::ProcessAttach));
     EXPECT_EQ(ExtensionModule.attached, 0);
-    EXPECT_EQ(std::wstring(modulePath), ExecutablePath());
+    EXPECT_EQ(modulePath, ExecutablePath());
 }
 
 TEST_F(LibraryEntryTest, ResourceOverrideMakesTheModuleCurrentAndRestores) {

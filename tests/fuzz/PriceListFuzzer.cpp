@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "pricelist/PriceListFile.h"
-#include "pricelist/TextFile.h"
+#include "text/TextFile.h"
 
 namespace {
 

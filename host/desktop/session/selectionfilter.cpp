@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <cwctype>
 
+#include "text/CaseRules.h"
+
 namespace {
 
-wchar_t folded(wchar_t c) { return static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c))); }
+// Block and layer names are the same name in either case, in every script.
+wchar_t folded(wchar_t c) { return FoldCaseChar(c); }
 
 bool matchesOne(std::wstring_view pattern, std::wstring_view text) {
     if (pattern.empty()) return text.empty();

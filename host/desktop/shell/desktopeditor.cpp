@@ -435,7 +435,8 @@ int DesktopEditor::command(const std::vector<resbuf>& arguments) {
 
 int DesktopEditor::alert(const std::wstring& message) {
     const QString text = QString::fromStdWString(message);
-    if (m_alertBox) {
+    // While a script or a command's arguments answer, no one is there to close a box.
+    if (m_alertBox && m_feeds.empty()) {
         m_alertBox(text);
     } else {
         print(onNewLine(text) + QLatin1Char('\n'));

@@ -40,7 +40,7 @@ public:
     // Without a dialog, and whenever FILEDIA is 0 or a script runs, files are asked for on the
     // command line.
     void setFileDialog(FileDialog dialog) { m_fileDialog = std::move(dialog); }
-    // Without one, alerts are printed on the command line.
+    // Without one, and while a script runs, alerts are printed on the command line.
     void setAlertBox(AlertBox box) { m_alertBox = std::move(box); }
 
     // The user's input. A line answers the prompt that waits (Enter gives an empty line).

@@ -9,6 +9,8 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include "host/desktop/services/qthostdialogs.h"
+#include "host/desktop/services/qtwindowservices.h"
 #include "host/desktop/shell/commandline.h"
 #include "host/desktop/shell/desktopshell.h"
 #include "host/desktop/shell/placeholderview.h"
@@ -41,9 +43,20 @@ MainWindow::MainWindow(QWidget* parent)
     statusBar()->addPermanentWidget(m_cursorPosition);
     resize(1200, 800);
 
+    m_windowServices = std::make_unique<QtWindowServices>(this);
     m_shell = std::make_unique<DesktopShell>(*m_commandLine, *m_view);
     m_shell->setDialogParent(this);
     DesktopShell& shell = *m_shell;
+    shell.editor().setFileDialog([this](const QString& title, const QString& defaultName,
+                                        const QString& extension, int flags, QString& path) {
+        std::wstring chosen;
+        const int status = runFileDialog(this, title.toStdWString(), defaultName.toStdWString(),
+                                         extension.toStdWString(), flags, chosen);
+        path = QString::fromStdWString(chosen);
+        return status;
+    });
+    shell.editor().setAlertBox(
+        [this](const QString& message) { showAlertBox(this, message.toStdWString()); });
     connect(m_commandLine, &CommandLine::submitted, &shell, &DesktopShell::submitLine);
     connect(m_commandLine, &CommandLine::cancelled, &shell, &DesktopShell::cancel);
     connect(m_view, &PlaceholderView::cursorMoved, &shell, [&shell](const QPointF& p) {

@@ -10,6 +10,7 @@ class CommandLine;
 class DesktopShell;
 class PlaceholderView;
 class QLabel;
+class QtWindowServices;
 
 class MainWindow final : public QMainWindow {
     Q_OBJECT
@@ -31,6 +32,8 @@ private:
     PlaceholderView* m_view;
     CommandLine* m_commandLine;
     QLabel* m_cursorPosition;
+    // The module's dialogs take this window as their parent; message boxes and the beep.
+    std::unique_ptr<QtWindowServices> m_windowServices;
     // Destroyed before the widgets it prints to: modules are unloaded while they still exist.
     std::unique_ptr<DesktopShell> m_shell;
     bool m_closeConfirmed = false;

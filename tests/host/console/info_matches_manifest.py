@@ -1,6 +1,6 @@
 """Runs `tarnwick info --json` on every corpus file that ezdxf reads and compares it with the
 figures of the corpus manifest: version, code page, encoding, format, and per space the entities
-and the references by lower-cased block name (the ASCII-only lowering where the manifest has it).
+and the references by lower-cased block name (Unicode lower case, as the manifest's `by_name`).
 
 Usage: info_matches_manifest.py TARNWICK CORPUS_DIR
 Prints one line a disagreement and exits 1, or prints how many files agree and exits 0; exits 77
@@ -32,8 +32,7 @@ def expected_encoding(entry):
 def space_figures(entry, space):
     figures = entry[space]
     inserts = figures["inserts"]
-    return (figures["entities"], inserts["total"],
-            inserts.get("by_name_ascii_lower", inserts["by_name"]))
+    return figures["entities"], inserts["total"], inserts["by_name"]
 
 
 def compare(entry, info):

@@ -52,7 +52,7 @@ TEST_F(ModuleLoaderTest, AGoodModuleRunsItsCommandsUntilItIsUnloaded) {
     EXPECT_EQ(spec->name(), "good.arx");
     EXPECT_EQ(spec->apiVersion(), 0x00160000u);
     EXPECT_FALSE(spec->hasError());
-    EXPECT_EQ(CommandsOf(L"GOOD_GROUP"), 2u);
+    EXPECT_EQ(CommandsOf(L"GOOD_GROUP"), 3u);
     ASSERT_NE(Stack().lookup(L"HELLO"), nullptr);
     EXPECT_EQ(Reactors(), reactors + 1);
     EXPECT_EQ(m_loader.find("GOOD"), spec);
@@ -126,7 +126,7 @@ TEST_F(ModuleLoaderTest, AModuleIsLoadedOnceAtATime) {
     ASSERT_TRUE(m_loader.load(kModules / "good.arx").isOk());
     const ModuleStatus again = m_loader.load(kModules / ".." / "modules" / "good.arx");
     EXPECT_EQ(again.errorString(), "good.arx: already loaded");
-    EXPECT_EQ(CommandsOf(L"GOOD_GROUP"), 2u);
+    EXPECT_EQ(CommandsOf(L"GOOD_GROUP"), 3u);
 }
 
 TEST_F(ModuleLoaderTest, AModuleThatDidNotUnlockItselfStaysLoaded) {
@@ -135,7 +135,7 @@ TEST_F(ModuleLoaderTest, AModuleThatDidNotUnlockItselfStaysLoaded) {
     EXPECT_EQ(status.errorString(),
               "locked.arx: cannot be unloaded, the module did not unlock itself");
     EXPECT_EQ(m_loader.modules().size(), 1u);
-    EXPECT_EQ(CommandsOf(L"LOCKED_GROUP"), 2u);
+    EXPECT_EQ(CommandsOf(L"LOCKED_GROUP"), 3u);
     EXPECT_TRUE(IsMapped(kModules / "locked.arx"));
 }
 

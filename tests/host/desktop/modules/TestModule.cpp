@@ -55,6 +55,8 @@ std::unique_ptr<QObject> holder;
 // Transparent: it may run while another command prompts.
 [[maybe_unused]] void Echo() { acutPrintf(L"\nEcho from %ls\n", MODULE_GROUP); }
 
+[[maybe_unused]] void Warn() { acedAlert(L"\nSomething to see"); }
+
 #ifdef PLACES_BLOCK
 // The table placement of the module, on a door of 0.9 by 0.9 units.
 void PlaceDoor() { PlaceTable(L"DOOR", 0.9, 0.9); }
@@ -80,6 +82,7 @@ MODULE_EXPORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, [[maybe_unus
             Commands()->addCommand(MODULE_GROUP, L"Hello_Global", L"HELLO", ACRX_CMD_MODAL, Hello);
             Commands()->addCommand(MODULE_GROUP, L"Echo_Global", L"ECHO", ACRX_CMD_TRANSPARENT,
                                    Echo);
+            Commands()->addCommand(MODULE_GROUP, L"Warn_Global", L"WARN", ACRX_CMD_MODAL, Warn);
 #ifdef PLACES_BLOCK
             Commands()->addCommand(MODULE_GROUP, L"PlaceDoor_Global", L"PLACEDOOR", ACRX_CMD_MODAL,
                                    PlaceDoor);

@@ -18,6 +18,7 @@ TEST(SelectionFilter, WildcardsAsCadProgramsKnowThem) {
         {L"QTB####", L"QTB0001", true}, {L"QTB####", L"QTB00A1", false},
         {L"?OOR", L"DOOR", true},       {L"~INSERT", L"LINE", true},
         {L"~INSERT", L"INSERT", false}, {L"", L"", true},
+        {L"Стул", L"стул", true},
     };
     for (const auto& c : cases)
         EXPECT_EQ(matchesWildcard(c.pattern, c.text), c.matches)

@@ -2,8 +2,11 @@
 // events: points, tracking input, vectors, variables, selection, files and host commands.
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QLabel>
+#include <QMessageBox>
 #include <QTest>
+#include <QTimer>
 
 #include "host/api/acdbdatabase.h"
 #include "host/api/acededitor.h"
@@ -160,12 +163,23 @@ TEST_F(DesktopEditorTest, VariablesOfTheSessionAndOfTheDrawing) {
     EXPECT_EQ(acedSetVar(L"NOSUCHVAR", &zero), RTERROR);
 }
 
-TEST_F(DesktopEditorTest, PrintedTextAndAlertsReachTheCommandLine) {
+TEST_F(DesktopEditorTest, PrintedTextReachesTheCommandLine) {
     acutPrintf(L"\n%d blocks counted", 46);
-    acedAlert(L"File x.prc could  not be opened");
-    EXPECT_TRUE(history().endsWith(
-        QStringLiteral("46 blocks counted\nFile x.prc could  not be opened\n")))
+    acutPrintf(L"\nand %ls", L"printed");
+    EXPECT_TRUE(history().endsWith(QStringLiteral("46 blocks counted\nand printed")))
         << history().toStdString();
+}
+
+TEST_F(DesktopEditorTest, AnAlertIsABoxTheUserCloses) {
+    QString shown;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        shown = box->text();
+        QTest::keyClick(box, Qt::Key_Return);
+    });
+    EXPECT_EQ(acedAlert(L"\nFile x.prc could  not be opened"), RTNORM);
+    EXPECT_EQ(shown, QStringLiteral("File x.prc could  not be opened"));
 }
 
 // Selection.

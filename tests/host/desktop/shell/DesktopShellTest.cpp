@@ -214,6 +214,15 @@ TEST_F(DesktopShellTest, AScriptDrivesACommandUnattended) {
     EXPECT_FALSE(shell().drawing().isModified());
 }
 
+TEST_F(DesktopShellTest, AlertsWhileAScriptRunsGoToTheCommandLine) {
+    TempFolder folder;
+    std::ofstream(folder.path("warn.scr")) << "WARN\n";
+    ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
+    ASSERT_TRUE(runUntilIdle(*m_window, [&] { shell().startScript(QString::fromStdString(folder.path("warn.scr"))); }));
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Command: WARN\nSomething to see\nCommand: ")))
+        << history().toStdString();
+}
+
 TEST_F(DesktopShellTest, EscStopsAScript) {
     TempFolder folder;
     std::ofstream(folder.path("stop.scr")) << "INSERT\nDOOR\nHELLO\n";

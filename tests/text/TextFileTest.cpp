@@ -3,8 +3,8 @@
 
 #include <filesystem>
 
-#include "pricelist/TextFile.h"
 #include "tests/TempFolder.h"
+#include "text/TextFile.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Decoding, encoding and atomic writing of the module's text files.
-#include "pricelist/TextFile.h"
+#include "text/TextFile.h"
 
 #include <fcntl.h>
 #include <langinfo.h>

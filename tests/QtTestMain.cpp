@@ -1,4 +1,4 @@
-// Runs the grid's widget tests inside one QApplication, on the offscreen platform unless the
+// Runs widget tests inside one QApplication, on the offscreen platform unless the
 // environment names another.
 #include <gtest/gtest.h>
 

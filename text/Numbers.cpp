@@ -1,51 +1,50 @@
-// Case and number conversions of the "C" locale for the grid.
-#include "grid/UGText.h"
+// Number conversions of the "C" locale.
+#include "text/Numbers.h"
+
+#include <locale.h>
 
 #include <charconv>
 #include <climits>
 #include <cstdlib>
-#include <locale.h>
+#include <string>
 
 namespace {
 
-wchar_t Lower(wchar_t c) { return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c + 32) : c; }
-wchar_t Upper(wchar_t c) { return (c >= L'a' && c <= L'z') ? static_cast<wchar_t>(c - 32) : c; }
 bool IsBlank(wchar_t c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); }
+
+// Leading blanks, a sign and the digits' value, saturated at `limit`.
+unsigned long long ReadDigits(std::wstring_view text, unsigned long long limit, bool& negative) {
+    std::size_t i = 0;
+    while (i < text.size() && IsBlank(text[i])) ++i;
+    negative = false;
+    if (i < text.size() && (text[i] == L'+' || text[i] == L'-')) negative = text[i++] == L'-';
+    unsigned long long value = 0;
+    for (; i < text.size() && text[i] >= L'0' && text[i] <= L'9'; ++i) {
+        value = value * 10 + static_cast<unsigned long long>(text[i] - L'0');
+        if (value > limit) return limit;
+    }
+    return value;
+}
 
 }  // namespace
 
-std::wstring UGMakeUpper(std::wstring text) {
-    for (auto& c : text) c = Upper(c);
-    return text;
-}
-
-int UGCompareNoCase(std::wstring_view a, std::wstring_view b) {
-    const std::size_t n = a.size() < b.size() ? a.size() : b.size();
-    for (std::size_t i = 0; i < n; ++i) {
-        const auto ca = static_cast<unsigned long>(Lower(a[i]));
-        const auto cb = static_cast<unsigned long>(Lower(b[i]));
-        if (ca != cb) return ca < cb ? -1 : 1;
-    }
-    if (a.size() == b.size()) return 0;
-    return a.size() < b.size() ? -1 : 1;
-}
-
-long UGToLong(std::wstring_view text) {
-    std::size_t i = 0;
-    while (i < text.size() && IsBlank(text[i])) ++i;
+int WToI(std::wstring_view text) {
     bool negative = false;
-    if (i < text.size() && (text[i] == L'+' || text[i] == L'-')) negative = text[i++] == L'-';
-    unsigned long long value = 0;
+    constexpr unsigned long long kLimit = static_cast<unsigned long long>(INT_MAX) + 1;
+    const unsigned long long value = ReadDigits(text, kLimit, negative);
+    if (negative) return value >= kLimit ? INT_MIN : -static_cast<int>(value);
+    return value >= kLimit ? INT_MAX : static_cast<int>(value);
+}
+
+long WToL(std::wstring_view text) {
+    bool negative = false;
     constexpr unsigned long long kLimit = static_cast<unsigned long long>(LONG_MAX) + 1;
-    for (; i < text.size() && text[i] >= L'0' && text[i] <= L'9'; ++i) {
-        value = value * 10 + static_cast<unsigned long long>(text[i] - L'0');
-        if (value > kLimit) value = kLimit;
-    }
+    const unsigned long long value = ReadDigits(text, kLimit, negative);
     if (negative) return value >= kLimit ? LONG_MIN : -static_cast<long>(value);
     return value >= kLimit ? LONG_MAX : static_cast<long>(value);
 }
 
-double UGToDouble(std::wstring_view text) {
+double WToF(std::wstring_view text) {
     // A number ends at the first character outside ASCII, so the prefix can be read as narrow text.
     std::string narrow;
     narrow.reserve(text.size());
@@ -57,7 +56,7 @@ double UGToDouble(std::wstring_view text) {
     return strtod_l(narrow.c_str(), nullptr, cLocale);
 }
 
-std::wstring UGFormatNumber(double number) {
+std::wstring FormatShortest(double number) {
     char buffer[64];
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, number);
     return std::wstring(buffer, result.ptr);

@@ -1,0 +1,17 @@
+// The module's dialog templates by id.
+#include "resources/DialogTemplate.h"
+
+#include "resources/BomTemplate.h"
+
+namespace {
+
+const DialogTemplate* const kTemplates[] = {&kBomTemplate};
+
+}  // namespace
+
+const DialogTemplate* FindDialogTemplate(int id) {
+    for (const DialogTemplate* found : kTemplates) {
+        if (found->id == id) return found;
+    }
+    return nullptr;
+}
