@@ -6,7 +6,7 @@
 #include <vector>
 
 struct ModuleExports {
-    std::string error;                  // why the file is no loadable module; empty when it is one
+    std::string error;                   // why the file is no loadable module; empty when it is one
     std::vector<std::string> functions;  // the functions it defines and exports, in table order
 
     bool exports(const std::string& name) const;

@@ -107,8 +107,7 @@ std::string versionText(unsigned version) {
 }
 
 // Calls the module's entry point; an exception is the module's refusal, not the host's end.
-bool send(ModuleEntryPoint entry, AcRx::AppMsgCode message, void* appId,
-          std::string& reason) {
+bool send(ModuleEntryPoint entry, AcRx::AppMsgCode message, void* appId, std::string& reason) {
     try {
         const AcRx::AppRetCode answer = entry(message, appId);
         if (answer == AcRx::kRetOK) return true;
@@ -151,7 +150,8 @@ ModuleStatus ModuleLoader::fail(ModuleSpec& spec, std::string reason) {
 
 ModuleStatus ModuleLoader::load(const std::filesystem::path& path) {
     std::error_code error;
-    auto spec = std::make_unique<ModuleSpec>(std::filesystem::absolute(path, error).lexically_normal());
+    auto spec =
+        std::make_unique<ModuleSpec>(std::filesystem::absolute(path, error).lexically_normal());
     if (error) return fail(*spec, "cannot be found: " + error.message());
     if (!std::filesystem::is_regular_file(spec->path(), error)) return fail(*spec, "no such file");
     if (isLoaded(spec->path())) return fail(*spec, "already loaded");
@@ -159,7 +159,8 @@ ModuleStatus ModuleLoader::load(const std::filesystem::path& path) {
     const ModuleExports exports = readModuleExports(spec->path());
     if (!exports.error.empty()) return fail(*spec, exports.error);
     for (const char* name : {kEntryPointName, kApiVersionName}) {
-        if (!exports.exports(name)) return fail(*spec, std::string("no entry point \"") + name + "\"");
+        if (!exports.exports(name))
+            return fail(*spec, std::string("no entry point \"") + name + "\"");
     }
     std::string reason;
     if (!open(*spec, reason)) return fail(*spec, reason);
@@ -180,8 +181,7 @@ bool ModuleLoader::open(ModuleSpec& spec, std::string& reason) {
     }
     spec.m_state = ModuleState::Loaded;
     spec.m_image = imageOf(spec.m_handle);
-    spec.m_entryPoint =
-        reinterpret_cast<ModuleEntryPoint>(dlsym(spec.m_handle, kEntryPointName));
+    spec.m_entryPoint = reinterpret_cast<ModuleEntryPoint>(dlsym(spec.m_handle, kEntryPointName));
     const auto version = reinterpret_cast<ApiVersion>(dlsym(spec.m_handle, kApiVersionName));
     if (spec.m_entryPoint == nullptr || version == nullptr) {
         reason = std::string("no entry point \"") +
@@ -261,7 +261,8 @@ ModuleStatus ModuleLoader::unload(const std::string& module) {
 
 ModuleSpec* ModuleLoader::findRunning(const std::string& module) const {
     std::error_code error;
-    const std::filesystem::path asPath = std::filesystem::absolute(module, error).lexically_normal();
+    const std::filesystem::path asPath =
+        std::filesystem::absolute(module, error).lexically_normal();
     const std::string key = lower(module);
     for (const auto& spec : m_modules) {
         const std::string name = lower(spec->name());
@@ -277,7 +278,9 @@ bool ModuleLoader::isLoaded(const std::filesystem::path& path) const {
     });
 }
 
-const ModuleSpec* ModuleLoader::find(const std::string& module) const { return findRunning(module); }
+const ModuleSpec* ModuleLoader::find(const std::string& module) const {
+    return findRunning(module);
+}
 
 std::vector<const ModuleSpec*> ModuleLoader::modules() const {
     std::vector<const ModuleSpec*> running;

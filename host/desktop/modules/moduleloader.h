@@ -2,10 +2,10 @@
 // then initialised through its entry point; each keeps a state and the reason it failed.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <cstdint>
 #include <string>
 #include <utility>
 #include <vector>

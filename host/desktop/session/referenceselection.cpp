@@ -44,7 +44,8 @@ std::optional<AcDbObjectId> nearestReference(const DxfDocument& document, const 
     return nearest;
 }
 
-std::vector<AcDbObjectId> allReferences(const DxfDocument& document, const SelectionFilter& filter) {
+std::vector<AcDbObjectId> allReferences(const DxfDocument& document,
+                                        const SelectionFilter& filter) {
     std::vector<AcDbObjectId> ids;
     for (const DxfReference& reference : document.blockReferences(DxfSpace::Model)) {
         if (passes(reference, filter)) ids.push_back(reference.id);

@@ -31,8 +31,9 @@ bool matchesOne(std::wstring_view pattern, std::wstring_view text) {
 }
 
 bool acceptedByAll(const std::vector<std::wstring>& patterns, std::wstring_view text) {
-    return std::all_of(patterns.begin(), patterns.end(),
-                       [text](const std::wstring& pattern) { return matchesWildcard(pattern, text); });
+    return std::all_of(patterns.begin(), patterns.end(), [text](const std::wstring& pattern) {
+        return matchesWildcard(pattern, text);
+    });
 }
 
 }  // namespace
@@ -53,7 +54,9 @@ bool matchesWildcard(std::wstring_view pattern, std::wstring_view text) {
     return matched != negated;
 }
 
-bool SelectionFilter::acceptsType(std::wstring_view type) const { return acceptedByAll(types, type); }
+bool SelectionFilter::acceptsType(std::wstring_view type) const {
+    return acceptedByAll(types, type);
+}
 
 bool SelectionFilter::acceptsLayer(std::wstring_view layer) const {
     return acceptedByAll(layers, layer);

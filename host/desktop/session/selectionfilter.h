@@ -29,6 +29,6 @@ struct SelectionFilterResult {
 };
 SelectionFilterResult makeSelectionFilter(const std::vector<resbuf>* items);
 
-// The CAD programs' wildcards, ignoring case in every script: "*" any run, "?" one character, "#" a digit, ","
-// between alternatives, "~" at the start negates.
+// The CAD programs' wildcards, ignoring case in every script: "*" any run, "?" one character, "#" a
+// digit, "," between alternatives, "~" at the start negates.
 bool matchesWildcard(std::wstring_view pattern, std::wstring_view text);

@@ -75,7 +75,8 @@ int zoomWindow(DesktopShell& shell, std::optional<AcGePoint3d> first) {
 int zoomCommand(DesktopShell& shell) {
     QString answer;
     const int status = shell.editor().promptText(
-        QStringLiteral("\nSpecify corner of window, enter a scale factor (nX), or [Extents/Window]: "),
+        QStringLiteral(
+            "\nSpecify corner of window, enter a scale factor (nX), or [Extents/Window]: "),
         answer);
     if (status != RTNORM) return status == RTNONE ? RTNORM : status;
     if (isOneOf(answer, {"E", "EXTENTS", "A", "ALL"})) {
@@ -119,17 +120,19 @@ int askScale(DesktopShell& shell, const QString& prompt, double fallback, double
 // With ATTREQ on, each attribute's value is asked; an empty answer keeps its default.
 int askAttributes(DesktopShell& shell, AcDbObjectId block, std::vector<std::wstring>& values) {
     resbuf attreq;
-    if (shell.editor().getVar(L"ATTREQ", attreq) != RTNORM || attreq.resval.rint == 0) return RTNORM;
+    if (shell.editor().getVar(L"ATTREQ", attreq) != RTNORM || attreq.resval.rint == 0)
+        return RTNORM;
     const auto prompts = shell.drawing().document().attributePrompts(block);
     if (prompts.empty()) return RTNORM;
     shell.editor().print(QStringLiteral("\nEnter attribute values"));
     for (const DxfAttributePrompt& attribute : prompts) {
         const std::wstring& label = attribute.prompt.empty() ? attribute.tag : attribute.prompt;
         QString value;
-        const int status = shell.editor().promptText(
-            QStringLiteral("\n%1 <%2>: ")
-                .arg(QString::fromStdWString(label), QString::fromStdWString(attribute.defaultValue)),
-            value);
+        const int status =
+            shell.editor().promptText(QStringLiteral("\n%1 <%2>: ")
+                                          .arg(QString::fromStdWString(label),
+                                               QString::fromStdWString(attribute.defaultValue)),
+                                      value);
         if (status == RTCAN) return RTCAN;
         values.push_back(status == RTNONE ? attribute.defaultValue : value.toStdWString());
     }
@@ -186,7 +189,8 @@ int arxCommand(DesktopShell& shell) {
         return RTCAN;
     if (option == QLatin1String("?")) {
         for (const ModuleSpec* module : shell.modules().modules())
-            editor.print(QStringLiteral("\n%1").arg(QString::fromStdString(module->path().string())));
+            editor.print(
+                QStringLiteral("\n%1").arg(QString::fromStdString(module->path().string())));
         return RTNORM;
     }
     if (isOneOf(option, {"L", "LOAD"})) {

@@ -2,9 +2,8 @@
 // drawing's content (INSERT, UNDO), modules (APPLOAD, ARX), scripts (SCRIPT) and SETVAR.
 #pragma once
 
-#include <span>
-
 #include <QString>
+#include <span>
 
 class DesktopShell;
 

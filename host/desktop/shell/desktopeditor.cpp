@@ -3,7 +3,6 @@
 
 #include <QEventLoop>
 #include <QFileInfo>
-
 #include <algorithm>
 #include <cwctype>
 #include <utility>
@@ -47,13 +46,19 @@ std::optional<short> shortOf(const resbuf& value) {
 // A command's argument as the line that answers its prompt.
 std::optional<QString> argumentLine(const resbuf& argument) {
     switch (argument.restype) {
-        case RTSTR: return QString::fromStdWString(argument.resval.rstring);
-        case RTREAL: return QString::fromStdWString(formatReal(argument.resval.rreal));
-        case RTSHORT: return QString::number(argument.resval.rint);
-        case RTLONG: return QString::number(argument.resval.rlong);
+        case RTSTR:
+            return QString::fromStdWString(argument.resval.rstring);
+        case RTREAL:
+            return QString::fromStdWString(formatReal(argument.resval.rreal));
+        case RTSHORT:
+            return QString::number(argument.resval.rint);
+        case RTLONG:
+            return QString::number(argument.resval.rlong);
         case RTPOINT:
-        case RT3DPOINT: return QString::fromStdWString(formatPoint(argument.resval.rpoint));
-        default: return std::nullopt;
+        case RT3DPOINT:
+            return QString::fromStdWString(formatPoint(argument.resval.rpoint));
+        default:
+            return std::nullopt;
     }
 }
 
@@ -97,9 +102,7 @@ void DesktopEditor::deliver(const Input& input) {
     waiter.loop.quit();
 }
 
-void DesktopEditor::submitLine(const QString& line) {
-    deliver({Input::Kind::Line, line, {}});
-}
+void DesktopEditor::submitLine(const QString& line) { deliver({Input::Kind::Line, line, {}}); }
 
 void DesktopEditor::cancel() {
     stopScript();
@@ -267,8 +270,8 @@ int DesktopEditor::promptReal(const QString& prompt, double& value) {
 }
 
 int DesktopEditor::promptYesNo(const QString& question, bool defaultYes, bool& yes) {
-    const QString prompt =
-        question + (defaultYes ? QStringLiteral(" [Yes/No] <Yes>: ") : QStringLiteral(" [Yes/No] <No>: "));
+    const QString prompt = question + (defaultYes ? QStringLiteral(" [Yes/No] <Yes>: ")
+                                                  : QStringLiteral(" [Yes/No] <No>: "));
     for (;;) {
         QString text;
         const int status = promptText(prompt, text);
@@ -333,7 +336,8 @@ int DesktopEditor::pointPrompt(const QString& prompt, const AcGePoint3d* base, i
                 return RTNONE;
             }
             print(QStringLiteral("\nPoint or option keyword required."));
-        } else if (const auto typed = typedPoint(input.text, base ? base : (m_lastPoint ? &*m_lastPoint : nullptr))) {
+        } else if (const auto typed = typedPoint(
+                       input.text, base ? base : (m_lastPoint ? &*m_lastPoint : nullptr))) {
             clearRubberLine();
             point = *typed;
             m_lastPoint = point;
@@ -384,7 +388,8 @@ int DesktopEditor::grRead(int track, int& type, resbuf& result) {
     }
     type = kKeyInput;
     const QString text = input.text.trimmed();
-    result = resbuf::shortValue(text.isEmpty() ? kReturnKey : static_cast<short>(text.front().unicode()));
+    result = resbuf::shortValue(text.isEmpty() ? kReturnKey
+                                               : static_cast<short>(text.front().unicode()));
     return RTNORM;
 }
 
@@ -427,8 +432,8 @@ int DesktopEditor::command(const std::vector<resbuf>& arguments) {
     if (!quiet()) print(QStringLiteral("\n") + name);
     const int status = m_runCommand(name);
     // Commands nested in this one have taken their own arguments off again; ours is on top.
-    const auto ours = std::find_if(m_feeds.rbegin(), m_feeds.rend(),
-                                   [](const Feed& f) { return f.exclusive; });
+    const auto ours =
+        std::find_if(m_feeds.rbegin(), m_feeds.rend(), [](const Feed& f) { return f.exclusive; });
     if (ours != m_feeds.rend()) m_feeds.erase(std::next(ours).base());
     return status;
 }
@@ -501,7 +506,8 @@ int DesktopEditor::selectObjects(const wchar_t* mode, const std::vector<resbuf>*
     QString how = mode ? QString::fromWCharArray(mode).toUpper() : QString();
     if (how.startsWith(QLatin1Char('_'))) how.remove(0, 1);
     if (how == QLatin1String("X")) {
-        selected = applyReferenceTests(m_drawing.document(), m_surface.all(*made.filter), *made.filter);
+        selected =
+            applyReferenceTests(m_drawing.document(), m_surface.all(*made.filter), *made.filter);
         return selected.empty() ? RTERROR : RTNORM;
     }
     if (!how.isEmpty()) {
@@ -572,9 +578,11 @@ int DesktopEditor::selectInteractively(const SelectionFilter& filter,
     auto explicitWindow = [&](bool crossing) {
         AcGePoint3d first;
         AcGePoint3d second;
-        int status = selectCorner(QStringLiteral("\nSpecify first corner: "), nullptr, crossing, first);
+        int status =
+            selectCorner(QStringLiteral("\nSpecify first corner: "), nullptr, crossing, first);
         if (status == RTNORM)
-            status = selectCorner(QStringLiteral("\nSpecify opposite corner: "), &first, crossing, second);
+            status = selectCorner(QStringLiteral("\nSpecify opposite corner: "), &first, crossing,
+                                  second);
         if (status != RTNORM) return status;
         add(crossing ? m_surface.crossing(first, second, filter)
                      : m_surface.window(first, second, filter));
@@ -609,7 +617,8 @@ int DesktopEditor::selectInteractively(const SelectionFilter& filter,
                 } else if (const auto point = typedPoint(text, nullptr)) {
                     status = pickOrWindow(*point);
                 } else {
-                    print(QStringLiteral("\n*Invalid selection*\nExpects a point or Window/Crossing"));
+                    print(QStringLiteral(
+                        "\n*Invalid selection*\nExpects a point or Window/Crossing"));
                 }
                 break;
             }

@@ -3,15 +3,14 @@
 // loop until the user answers, cancels, or a script line or a command's argument answers for them.
 #pragma once
 
+#include <QObject>
+#include <QString>
+#include <QStringList>
 #include <deque>
 #include <functional>
 #include <map>
 #include <optional>
 #include <vector>
-
-#include <QObject>
-#include <QString>
-#include <QStringList>
 
 #include "host/api/acededitor.h"
 #include "host/desktop/session/selectionfilter.h"
@@ -117,12 +116,11 @@ private:
     void echo(const QString& answer);
     int fileOnCommandLine(const QString& defaultName, const QString& extension, int flags,
                           QString& path);
-    int pointPrompt(const QString& prompt, const AcGePoint3d* base, int flags,
-                    AcGePoint3d& point);
+    int pointPrompt(const QString& prompt, const AcGePoint3d* base, int flags, AcGePoint3d& point);
     // The second corner shows the rectangle from `first`: a window when it lies to the right, a
     // crossing to the left, unless `crossing` fixes which.
-    int selectCorner(const QString& prompt, const AcGePoint3d* first,
-                     std::optional<bool> crossing, AcGePoint3d& corner);
+    int selectCorner(const QString& prompt, const AcGePoint3d* first, std::optional<bool> crossing,
+                     AcGePoint3d& corner);
     int selectInteractively(const SelectionFilter& filter, std::vector<AcDbObjectId>& selected);
     void moveRubberLine(const AcGePoint3d* base, const AcGePoint3d& to);
     void clearRubberLine();

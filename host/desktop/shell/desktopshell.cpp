@@ -5,7 +5,6 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QTimer>
-
 #include <exception>
 
 #include "host/api/acrxregistry.h"
@@ -193,7 +192,8 @@ void DesktopShell::runTransparent(const QString& line) {
     if (isTransparent(name)) {
         runCommand(name);
     } else {
-        m_commandLine.print(QStringLiteral("\n** That command may not be invoked transparently **"));
+        m_commandLine.print(
+            QStringLiteral("\n** That command may not be invoked transparently **"));
     }
     m_editor.repeatPrompt();
 }
@@ -265,7 +265,8 @@ bool DesktopShell::confirmDiscard() {
         QStringLiteral("Save changes to %1?").arg(QString::fromStdWString(m_drawing.drawingName()));
     bool save = false;
     if (m_editor.asksOnCommandLine()) {
-        if (m_editor.promptYesNo(QStringLiteral("\n") + question, true, save) != RTNORM) return false;
+        if (m_editor.promptYesNo(QStringLiteral("\n") + question, true, save) != RTNORM)
+            return false;
     } else {
         const auto answer = QMessageBox::question(
             m_dialogParent, QStringLiteral("Tarnwick CAD"), question,

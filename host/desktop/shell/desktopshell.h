@@ -4,11 +4,10 @@
 // while another command prompts.
 #pragma once
 
-#include <deque>
-#include <optional>
-
 #include <QObject>
 #include <QString>
+#include <deque>
+#include <optional>
 
 #include "host/desktop/modules/moduleloader.h"
 #include "host/desktop/session/drawingsession.h"

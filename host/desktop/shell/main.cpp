@@ -1,14 +1,13 @@
 // `tarnwick-cad`: the desktop CAD host. Opens a drawing, loads Tarnwick.arx from beside itself as
 // a CAD program loads a registered module, and runs a start-up script when given one.
+#include <QApplication>
+#include <QTimer>
 #include <clocale>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <QApplication>
-#include <QTimer>
 
 #include "host/api/acrxregistry.h"
 #include "host/desktop/modules/moduleloader.h"
@@ -75,9 +74,8 @@ std::filesystem::path moduleBesideExecutable() {
 }
 
 int listRegisteredCommands() {
-    ModuleLoader loader([](const std::string& warning) {
-        std::fprintf(stderr, "%s\n", warning.c_str());
-    });
+    ModuleLoader loader(
+        [](const std::string& warning) { std::fprintf(stderr, "%s\n", warning.c_str()); });
     const ModuleStatus status = loader.load(moduleBesideExecutable());
     if (!status.isOk()) std::fprintf(stderr, "tarnwick-cad: %s\n", status.errorString().c_str());
     const auto* stack = AcRxCast<AcEdCommandStack>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));

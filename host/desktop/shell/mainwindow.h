@@ -2,9 +2,8 @@
 // the cursor's position in drawing units.
 #pragma once
 
-#include <memory>
-
 #include <QMainWindow>
+#include <memory>
 
 class CommandLine;
 class DesktopShell;

@@ -3,7 +3,6 @@
 
 #include <QMouseEvent>
 #include <QPainter>
-
 #include <algorithm>
 #include <cmath>
 
@@ -14,12 +13,12 @@ namespace {
 
 constexpr double kPickBox = 5.0;  // pixels
 constexpr int kXorInk = -1;
-constexpr double kMargin = 0.9;   // of the view that the extents fill
+constexpr double kMargin = 0.9;  // of the view that the extents fill
 
 // The AutoCAD colour index's first seven, the ones editors draw with; white otherwise.
 QColor inkOf(int color) {
-    static const QColor kColors[] = {Qt::white,      Qt::red,  Qt::yellow, Qt::green,
-                                     Qt::cyan,       Qt::blue, Qt::magenta};
+    static const QColor kColors[] = {Qt::white, Qt::red,  Qt::yellow, Qt::green,
+                                     Qt::cyan,  Qt::blue, Qt::magenta};
     return color >= 1 && color <= 7 ? kColors[color == 7 ? 0 : color] : QColor(Qt::white);
 }
 
@@ -177,7 +176,8 @@ void PlaceholderView::paintEvent(QPaintEvent*) {
     }
     if (m_rectangle) {
         const QRectF box = QRectF(toWidget(m_rectangle->a), toWidget(m_rectangle->b)).normalized();
-        const QColor fill = m_rectangle->crossing ? QColor(60, 180, 90, 50) : QColor(70, 120, 220, 50);
+        const QColor fill =
+            m_rectangle->crossing ? QColor(60, 180, 90, 50) : QColor(70, 120, 220, 50);
         painter.fillRect(box, fill);
         painter.setPen(QPen(Qt::white, 1.0, m_rectangle->crossing ? Qt::DashLine : Qt::SolidLine));
         painter.drawRect(box);

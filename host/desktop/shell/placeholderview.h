@@ -3,12 +3,11 @@
 // selects references by their insertion points.
 #pragma once
 
+#include <QPointF>
+#include <QWidget>
 #include <optional>
 #include <utility>
 #include <vector>
-
-#include <QPointF>
-#include <QWidget>
 
 #include "host/desktop/shell/drawingsurface.h"
 

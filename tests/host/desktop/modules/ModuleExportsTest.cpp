@@ -35,9 +35,13 @@ TEST(ModuleExportTable, AMissingFunctionIsNotExported) {
 TEST(ModuleExportTable, FilesThatAreNoModuleSayWhy) {
     TempFolder folder;
     folder.write("notes.arx", "a price list, not a module\n");
-    folder.write("short.arx", "\x7f" "ELF");
+    folder.write("short.arx",
+                 "\x7f"
+                 "ELF");
     std::string header(64, '\0');
-    header.replace(0, 4, "\x7f" "ELF");
+    header.replace(0, 4,
+                   "\x7f"
+                   "ELF");
     header[4] = 1;  // 32-bit
     folder.write("old.arx", header);
     const struct {

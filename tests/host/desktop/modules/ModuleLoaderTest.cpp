@@ -1,12 +1,10 @@
 // The module loader with real modules: good ones, broken ones, and ones that misbehave; the host
 // keeps working through all of them.
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <dlfcn.h>
-
-#include <algorithm>
-
 #include <QCoreApplication>
+#include <algorithm>
 
 #include "host/api/acapdocmanager.h"
 #include "host/api/acrxregistry.h"
@@ -23,8 +21,8 @@ AcEdCommandStack& Stack() {
 
 std::size_t CommandsOf(const std::wstring& group) {
     const auto& commands = Stack().commands();
-    return static_cast<std::size_t>(std::count_if(
-        commands.begin(), commands.end(), [&](const auto& c) { return c.group == group; }));
+    return static_cast<std::size_t>(std::count_if(commands.begin(), commands.end(),
+                                                  [&](const auto& c) { return c.group == group; }));
 }
 
 std::size_t Reactors() { return acDocManagerPtr()->reactors().size(); }

@@ -1,7 +1,7 @@
 // A tiny module for the loader's tests. Compile definitions choose how it behaves, well or badly:
 // NO_ENTRY_POINT, NO_API_VERSION, API_VERSION=0x..., INIT_ANSWER=..., NO_UNLOCK, NO_CLEANUP,
-// THROW_AT_INIT, USES_QT, PLACES_BLOCK (a command that places the block DOOR as the module places its
-// table); MODULE_GROUP names its command group.
+// THROW_AT_INIT, USES_QT, PLACES_BLOCK (a command that places the block DOOR as the module places
+// its table); MODULE_GROUP names its command group.
 #include <memory>
 #include <stdexcept>
 

@@ -10,12 +10,21 @@ TEST(InputText, RealsAreReadWithAPointWhateverTheLocale) {
         const wchar_t* text;
         std::optional<double> value;
     } cases[] = {
-        {L"2", 2.0},       {L" -0.5 ", -0.5}, {L"+3", 3.0},     {L"1e3", 1000.0},
-        {L".25", 0.25},    {L"", std::nullopt}, {L"1,5", std::nullopt}, {L"abc", std::nullopt},
-        {L"2x", std::nullopt}, {L"inf", std::nullopt}, {L"nan", std::nullopt},
+        {L"2", 2.0},
+        {L" -0.5 ", -0.5},
+        {L"+3", 3.0},
+        {L"1e3", 1000.0},
+        {L".25", 0.25},
+        {L"", std::nullopt},
+        {L"1,5", std::nullopt},
+        {L"abc", std::nullopt},
+        {L"2x", std::nullopt},
+        {L"inf", std::nullopt},
+        {L"nan", std::nullopt},
         {L"\u0661", std::nullopt},
     };
-    for (const auto& c : cases) EXPECT_EQ(parseReal(c.text), c.value) << testing::PrintToString(std::wstring(c.text));
+    for (const auto& c : cases)
+        EXPECT_EQ(parseReal(c.text), c.value) << testing::PrintToString(std::wstring(c.text));
 }
 
 TEST(InputText, PointsTakeTwoOrThreeCoordinatesAndRelativeOnes) {
@@ -38,7 +47,8 @@ TEST(InputText, PointsTakeTwoOrThreeCoordinatesAndRelativeOnes) {
     };
     for (const auto& c : cases) {
         const auto point = parsePoint(c.text, c.last);
-        EXPECT_EQ(point.has_value(), c.point.has_value()) << testing::PrintToString(std::wstring(c.text));
+        EXPECT_EQ(point.has_value(), c.point.has_value())
+            << testing::PrintToString(std::wstring(c.text));
         if (point && c.point) {
             EXPECT_EQ(*point, *c.point);
         }

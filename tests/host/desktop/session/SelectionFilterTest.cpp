@@ -11,13 +11,13 @@ TEST(SelectionFilter, WildcardsAsCadProgramsKnowThem) {
         const wchar_t* text;
         bool matches;
     } cases[] = {
-        {L"INSERT", L"INSERT", true},   {L"INSERT", L"insert", true},
-        {L"INSERT", L"LINE", false},    {L"LINE,ARC", L"ARC", true},
+        {L"INSERT", L"INSERT", true},    {L"INSERT", L"insert", true},
+        {L"INSERT", L"LINE", false},     {L"LINE,ARC", L"ARC", true},
         {L"LINE,ARC", L"CIRCLE", false}, {L"*", L"ANYTHING", true},
-        {L"D*", L"DOOR", true},         {L"D*", L"WINDOW", false},
-        {L"QTB####", L"QTB0001", true}, {L"QTB####", L"QTB00A1", false},
-        {L"?OOR", L"DOOR", true},       {L"~INSERT", L"LINE", true},
-        {L"~INSERT", L"INSERT", false}, {L"", L"", true},
+        {L"D*", L"DOOR", true},          {L"D*", L"WINDOW", false},
+        {L"QTB####", L"QTB0001", true},  {L"QTB####", L"QTB00A1", false},
+        {L"?OOR", L"DOOR", true},        {L"~INSERT", L"LINE", true},
+        {L"~INSERT", L"INSERT", false},  {L"", L"", true},
         {L"Стул", L"стул", true},
     };
     for (const auto& c : cases)

@@ -46,8 +46,9 @@ TEST(CommandLine, UpAndDownWalkTheTypedLinesAndComeBackToTheDraft) {
         QTest::keyClick(&line.input(), Qt::Key_Return);
     }
     // Empty lines and repeats are not remembered.
-    EXPECT_EQ(line.input().typedLines(),
-              (QStringList{QStringLiteral("OPEN"), QStringLiteral("ZOOM"), QStringLiteral("RZBOMC")}));
+    EXPECT_EQ(
+        line.input().typedLines(),
+        (QStringList{QStringLiteral("OPEN"), QStringLiteral("ZOOM"), QStringLiteral("RZBOMC")}));
     QTest::keyClicks(&line.input(), QStringLiteral("SA"));
     QTest::keyClick(&line.input(), Qt::Key_Up);
     EXPECT_EQ(line.input().text(), QStringLiteral("RZBOMC"));

@@ -29,7 +29,9 @@ protected:
     void TearDown() override { EXPECT_TRUE(m_driver->finished()) << "input left over"; }
 
     QString history() { return m_window->commandLine().history(); }
-    void openFloorPlan() { ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(kFloorPlan.string()))); }
+    void openFloorPlan() {
+        ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(kFloorPlan.string())));
+    }
 
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<PromptDriver> m_driver;
@@ -44,7 +46,8 @@ TEST_F(DesktopEditorTest, ATypedPointAnswersThePointPrompt) {
     EXPECT_EQ(point, (ads_point{1.5, -2, 3}));
     EXPECT_TRUE(history().endsWith(QStringLiteral("First point: 10,20\nSecond point: 1.5,-2,3\n")))
         << history().toStdString();
-    EXPECT_EQ(m_driver->prompts(), (QStringList{QStringLiteral("First point: "), QStringLiteral("Second point: ")}));
+    EXPECT_EQ(m_driver->prompts(),
+              (QStringList{QStringLiteral("First point: "), QStringLiteral("Second point: ")}));
 }
 
 TEST_F(DesktopEditorTest, RelativePointsStartFromTheBasePoint) {
@@ -61,7 +64,8 @@ TEST_F(DesktopEditorTest, InitGetOneRefusesAnEmptyAnswer) {
     acedInitGet(1, nullptr);
     ASSERT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNORM);
     EXPECT_EQ(point, (ads_point{3, 4, 0}));
-    EXPECT_TRUE(history().contains(QStringLiteral("Corner: \nPoint or option keyword required.\nCorner: 3,4")))
+    EXPECT_TRUE(history().contains(
+        QStringLiteral("Corner: \nPoint or option keyword required.\nCorner: 3,4")))
         << history().toStdString();
     // The flag holds for one prompt only.
     m_driver->type(QString());
@@ -119,7 +123,8 @@ TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
     EXPECT_EQ(acedGrRead(9, &type, &result), RTCAN);
     // The status line follows the cursor.
     EXPECT_EQ(m_window->cursorPosition().text(),
-              QStringLiteral("%1, %2").arg(throughPixel(*m_window, picked).x, 0, 'f', 4)
+              QStringLiteral("%1, %2")
+                  .arg(throughPixel(*m_window, picked).x, 0, 'f', 4)
                   .arg(throughPixel(*m_window, picked).y, 0, 'f', 4));
 }
 
@@ -188,8 +193,8 @@ std::vector<AcDbObjectId> referencesWithin(const DxfDocument& document, double x
                                            double x1, double y1, const wchar_t* name = nullptr) {
     std::vector<AcDbObjectId> ids;
     for (const DxfReference& r : document.blockReferences(DxfSpace::Model)) {
-        if (r.position.x >= x0 && r.position.x <= x1 && r.position.y >= y0 &&
-            r.position.y <= y1 && (name == nullptr || r.blockName == name))
+        if (r.position.x >= x0 && r.position.x <= x1 && r.position.y >= y0 && r.position.y <= y1 &&
+            (name == nullptr || r.blockName == name))
             ids.push_back(r.id);
     }
     return ids;
@@ -214,14 +219,18 @@ const std::vector<resbuf> kInsertsOnly{resbuf::groupCode(0, L"INSERT")};
 
 TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInside) {
     openFloorPlan();
-    m_driver->type(QStringLiteral("W")).type(QStringLiteral("0,0")).type(QStringLiteral("6,5")).type(QString());
+    m_driver->type(QStringLiteral("W"))
+        .type(QStringLiteral("0,0"))
+        .type(QStringLiteral("6,5"))
+        .type(QString());
     ads_name set;
     ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &kInsertsOnly, set), RTNORM);
     const auto expected = referencesWithin(m_window->shell().drawing().document(), 0, 0, 6, 5);
     EXPECT_EQ(expected.size(), 7u);
     EXPECT_EQ(selectionOf(set), expected);
-    EXPECT_TRUE(history().contains(QStringLiteral(
-        "Select objects: W\nSpecify first corner: 0,0\nSpecify opposite corner: 6,5\n7 found\nSelect objects: \n")))
+    EXPECT_TRUE(
+        history().contains(QStringLiteral("Select objects: W\nSpecify first corner: 0,0\nSpecify "
+                                          "opposite corner: 6,5\n7 found\nSelect objects: \n")))
         << history().toStdString();
 }
 
@@ -238,7 +247,8 @@ TEST_F(DesktopEditorTest, PicksAndImpliedWindowsAddUp) {
     ads_name set;
     ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &kInsertsOnly, set), RTNORM);
     std::vector<AcDbObjectId> expected = referencesWithin(document, 5, 0, 5, 0);
-    for (const AcDbObjectId id : referencesWithin(document, 10.5, 10.5, 13, 13)) expected.push_back(id);
+    for (const AcDbObjectId id : referencesWithin(document, 10.5, 10.5, 13, 13))
+        expected.push_back(id);
     EXPECT_EQ(selectionOf(set), expected);
     EXPECT_EQ(expected.size(), 2u);
 }
@@ -246,11 +256,14 @@ TEST_F(DesktopEditorTest, PicksAndImpliedWindowsAddUp) {
 TEST_F(DesktopEditorTest, TheFilterNarrowsBySelectedBlockName) {
     openFloorPlan();
     const std::vector<resbuf> doors{resbuf::groupCode(0, L"INSERT"), resbuf::groupCode(2, L"DOOR")};
-    m_driver->type(QStringLiteral("C")).type(QStringLiteral("20,20")).type(QStringLiteral("-1,-1")).type(QString());
+    m_driver->type(QStringLiteral("C"))
+        .type(QStringLiteral("20,20"))
+        .type(QStringLiteral("-1,-1"))
+        .type(QString());
     ads_name set;
     ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &doors, set), RTNORM);
-    EXPECT_EQ(selectionOf(set), referencesWithin(m_window->shell().drawing().document(), -1, -1,
-                                                 20, 20, L"DOOR"));
+    EXPECT_EQ(selectionOf(set),
+              referencesWithin(m_window->shell().drawing().document(), -1, -1, 20, 20, L"DOOR"));
 }
 
 TEST_F(DesktopEditorTest, EscCancelsTheSelectionAndNothingSelectedIsAnError) {
@@ -262,8 +275,8 @@ TEST_F(DesktopEditorTest, EscCancelsTheSelectionAndNothingSelectedIsAnError) {
     EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, &kInsertsOnly, set), RTERROR);
     m_driver->type(QStringLiteral("nonsense")).type(QString());
     EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, &kInsertsOnly, set), RTERROR);
-    EXPECT_TRUE(history().contains(
-        QStringLiteral("Select objects: nonsense\n*Invalid selection*\nExpects a point or Window/Crossing")));
+    EXPECT_TRUE(history().contains(QStringLiteral(
+        "Select objects: nonsense\n*Invalid selection*\nExpects a point or Window/Crossing")));
 }
 
 TEST_F(DesktopEditorTest, SelectionModesAndFiltersItCannotApplyAreRefused) {
@@ -274,7 +287,8 @@ TEST_F(DesktopEditorTest, SelectionModesAndFiltersItCannotApplyAreRefused) {
     const std::vector<resbuf> colour{resbuf::groupCode(62, L"1")};
     EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, &colour, set), RTERROR);
     EXPECT_EQ(acedSSGet(L"P", nullptr, nullptr, &kInsertsOnly, set), RTERROR);
-    EXPECT_TRUE(history().contains(QStringLiteral("selection filters on group code 62 are not supported")));
+    EXPECT_TRUE(
+        history().contains(QStringLiteral("selection filters on group code 62 are not supported")));
     EXPECT_TRUE(history().contains(QStringLiteral("selection mode \"P\" is not supported")));
 }
 
@@ -282,13 +296,14 @@ TEST_F(DesktopEditorTest, SelectionModesAndFiltersItCannotApplyAreRefused) {
 
 std::size_t occurrences(const std::string& text, const std::string& part) {
     std::size_t count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
     return count;
 }
 
 std::vector<resbuf> insertArguments(const wchar_t* block, const ads_point& at, double scale) {
     return {resbuf::stringValue(L".INSERT"), resbuf::stringValue(block), resbuf::pointValue(at),
-            resbuf::realValue(scale), resbuf::realValue(scale), resbuf::stringValue(L"0")};
+            resbuf::realValue(scale),        resbuf::realValue(scale),   resbuf::stringValue(L"0")};
 }
 
 TEST_F(DesktopEditorTest, InsertWithAttreqOffTakesTheDefaultsSilentlyWhenEchoIsOff) {
@@ -326,7 +341,8 @@ TEST_F(DesktopEditorTest, InsertWithAttreqOnWantsTheAttributeValues) {
     EXPECT_EQ(document.blockReferences(DxfSpace::Model).size(), before + 1);
     EXPECT_NE(document.toBytes().find("\n  1\n120\n"), std::string::npos);
     // With CMDECHO on, the prompts and their answers are shown.
-    EXPECT_TRUE(history().contains(QStringLiteral(".INSERT\nEnter block name: DOOR\nSpecify insertion point: 3,4,0")))
+    EXPECT_TRUE(history().contains(
+        QStringLiteral(".INSERT\nEnter block name: DOOR\nSpecify insertion point: 3,4,0")))
         << history().toStdString();
 }
 
@@ -356,12 +372,18 @@ TEST_F(DesktopEditorTest, AMissingFileOrAnUnwantedReplacementIsACancel) {
     folder.write("doors.prc", "Door|450|Interior door\n");
     const QString missing = QString::fromStdString(folder.path("missing.prc"));
     const QString doors = QString::fromStdString(folder.path("doors.prc"));
-    m_driver->type(missing).type(doors).type(QStringLiteral("N")).type(doors).type(QStringLiteral("y")).escape();
+    m_driver->type(missing)
+        .type(doors)
+        .type(QStringLiteral("N"))
+        .type(doors)
+        .type(QStringLiteral("y"))
+        .escape();
     resbuf result;
     EXPECT_EQ(acedGetFileD(L"Open", L"", L"prc", 2, &result), RTERROR);
     EXPECT_TRUE(history().contains(QStringLiteral("Cannot find \"%1\".").arg(missing)));
     EXPECT_EQ(acedGetFileD(L"Save", L"", L"prc", 1, &result), RTERROR);
-    EXPECT_TRUE(history().contains(QStringLiteral("\"doors.prc\" already exists. Replace it? [Yes/No] <No>: N")));
+    EXPECT_TRUE(history().contains(
+        QStringLiteral("\"doors.prc\" already exists. Replace it? [Yes/No] <No>: N")));
     EXPECT_EQ(acedGetFileD(L"Save", L"", L"prc", 1, &result), RTNORM);
     EXPECT_EQ(result.resval.rstring, folder.wpath("doors.prc"));
     EXPECT_EQ(acedGetFileD(L"Open", L"", L"prc", 2, &result), RTERROR);

@@ -4,7 +4,6 @@
 
 #include <QSignalSpy>
 #include <QTest>
-
 #include <cmath>
 #include <fstream>
 
@@ -39,7 +38,8 @@ protected:
 
 TEST_F(DesktopShellTest, AnUnknownCommandIsNamedAndTheShellGoesOn) {
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("frobnicate")));
-    EXPECT_TRUE(history().endsWith(QStringLiteral("Command: frobnicate\nUnknown command \"FROBNICATE\".\nCommand: ")))
+    EXPECT_TRUE(history().endsWith(
+        QStringLiteral("Command: frobnicate\nUnknown command \"FROBNICATE\".\nCommand: ")))
         << history().toStdString();
 }
 
@@ -69,7 +69,8 @@ TEST_F(DesktopShellTest, BrokenModulesGiveOneMessageEachAndTheHostStaysUp) {
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("APPLOAD")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ARX")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ARX")));
-    EXPECT_TRUE(history().contains(QStringLiteral("\nnoentry.arx: no entry point \"acrxEntryPoint\"\n")));
+    EXPECT_TRUE(
+        history().contains(QStringLiteral("\nnoentry.arx: no entry point \"acrxEntryPoint\"\n")));
     EXPECT_TRUE(history().contains(
         QStringLiteral("\noldversion.arx: made for host interface 21.0, this host takes 22.x\n")));
     EXPECT_TRUE(history().contains(QStringLiteral("\nghost: not loaded\n")));
@@ -109,7 +110,8 @@ TEST_F(DesktopShellTest, InsertAndUndoLeaveTheFileAsItWas) {
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("UNDO")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("U")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVEAS")));
-    EXPECT_TRUE(history().contains(QStringLiteral("Command: UNDO\nINSERT undone.\nCommand: U\nNothing to undo.")));
+    EXPECT_TRUE(history().contains(
+        QStringLiteral("Command: UNDO\nINSERT undone.\nCommand: U\nNothing to undo.")));
     EXPECT_EQ(folder.read("undone.dxf"), readBytes(kFloorPlan));
     EXPECT_EQ(shell().drawing().drawingName(), L"undone.dxf");
     EXPECT_EQ(m_window->windowTitle(), QStringLiteral("undone.dxf[*] - Tarnwick CAD"));
@@ -120,12 +122,15 @@ TEST_F(DesktopShellTest, OpeningADrawingTellsTheDocumentManager) {
         Recorder() { acDocManagerPtr()->addReactor(this); }
         ~Recorder() override { acDocManagerPtr()->removeReactor(this); }
         void documentCreated(AcApDocument* d) override { events.push_back(L"+" + d->fileName()); }
-        void documentToBeDestroyed(AcApDocument* d) override { events.push_back(L"-" + d->fileName()); }
+        void documentToBeDestroyed(AcApDocument* d) override {
+            events.push_back(L"-" + d->fileName());
+        }
         std::vector<std::wstring> events;
     } recorder;
     m_driver->type(path(kFloorPlan));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("OPEN")));
-    EXPECT_EQ(recorder.events, (std::vector<std::wstring>{L"-Drawing1.dxf", L"+" + kFloorPlan.wstring()}));
+    EXPECT_EQ(recorder.events,
+              (std::vector<std::wstring>{L"-Drawing1.dxf", L"+" + kFloorPlan.wstring()}));
     EXPECT_EQ(m_window->windowTitle(), QStringLiteral("floorplan.dxf[*] - Tarnwick CAD"));
 }
 
@@ -136,7 +141,8 @@ TEST_F(DesktopShellTest, ANewDrawingIsSavedUnderANameAskedFor) {
     EXPECT_TRUE(std::filesystem::exists(folder.path("first.dxf")));
     EXPECT_EQ(shell().drawing().drawingName(), L"first.dxf");
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
-    EXPECT_TRUE(history().contains(QStringLiteral("Command: SAVE\nEnter file name <Drawing1.dxf>: ")));
+    EXPECT_TRUE(
+        history().contains(QStringLiteral("Command: SAVE\nEnter file name <Drawing1.dxf>: ")));
 }
 
 TEST_F(DesktopShellTest, QuitAsksAboutUnsavedWorkAndClosesTheWindow) {
@@ -167,12 +173,10 @@ TEST_F(DesktopShellTest, TheRubberBandFollowsTheMouseAndSetsTheScale) {
     const AcGePoint3d dragged{11.8, 4.5, 0};
     PlaceholderView& view = m_window->view();
     std::size_t vectorsWhileDragging = 0;
-    m_driver->click(corner)
-        .then([&] { moveMouse(*m_window, dragged); })
-        .then([&] {
-            vectorsWhileDragging = view.vectorCount();
-            clickAt(*m_window, dragged);
-        });
+    m_driver->click(corner).then([&] { moveMouse(*m_window, dragged); }).then([&] {
+        vectorsWhileDragging = view.vectorCount();
+        clickAt(*m_window, dragged);
+    });
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("PLACEDOOR")));
     const AcGePoint3d p0 = view.toDrawing(view.toWidget(corner).toPoint());
     const AcGePoint3d p1 = view.toDrawing(view.toWidget(dragged).toPoint());
@@ -181,8 +185,9 @@ TEST_F(DesktopShellTest, TheRubberBandFollowsTheMouseAndSetsTheScale) {
     EXPECT_EQ(vectorsWhileDragging, 4u);
     EXPECT_EQ(view.vectorCount(), 0u);
     AcDbBlockReference placed;
-    ASSERT_EQ(document.openBlockReference(document.blockReferences(DxfSpace::Model).back().id, placed),
-              Acad::eOk);
+    ASSERT_EQ(
+        document.openBlockReference(document.blockReferences(DxfSpace::Model).back().id, placed),
+        Acad::eOk);
     EXPECT_EQ(placed.position, p0);
     EXPECT_DOUBLE_EQ(placed.scaleFactors.sx, scale);
     EXPECT_DOUBLE_EQ(placed.scaleFactors.sy, scale);
@@ -202,11 +207,15 @@ TEST_F(DesktopShellTest, AScriptDrivesACommandUnattended) {
     TempFolder folder;
     const std::string saved = folder.path("placed.dxf");
     std::ofstream(folder.path("place.scr"))
-        << "OPEN\n" << kFloorPlan.string() << "\nZOOM\nE\nARX\nL\n"
-        << (kTestModules / "placer.arx").string() << "\nPLACEDOOR\n10,5\n\nSAVEAS\n" << saved << "\n";
-    ASSERT_TRUE(runUntilIdle(*m_window, [&] { shell().startScript(QString::fromStdString(folder.path("place.scr"))); }));
-    EXPECT_TRUE(history().contains(QStringLiteral(
-        "Command: PLACEDOOR\nUpper left corner of table: 10,5\nLower right corner (or RETURN): \nCommand: SAVEAS")))
+        << "OPEN\n"
+        << kFloorPlan.string() << "\nZOOM\nE\nARX\nL\n"
+        << (kTestModules / "placer.arx").string() << "\nPLACEDOOR\n10,5\n\nSAVEAS\n"
+        << saved << "\n";
+    ASSERT_TRUE(runUntilIdle(
+        *m_window, [&] { shell().startScript(QString::fromStdString(folder.path("place.scr"))); }));
+    EXPECT_TRUE(history().contains(
+        QStringLiteral("Command: PLACEDOOR\nUpper left corner of table: 10,5\nLower right corner "
+                       "(or RETURN): \nCommand: SAVEAS")))
         << history().toStdString();
     const ProcessResult check =
         runPython(kChecker, {saved, kFloorPlan.string(), "DOOR", "10", "5", "1"});
@@ -218,7 +227,8 @@ TEST_F(DesktopShellTest, AlertsWhileAScriptRunsGoToTheCommandLine) {
     TempFolder folder;
     std::ofstream(folder.path("warn.scr")) << "WARN\n";
     ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
-    ASSERT_TRUE(runUntilIdle(*m_window, [&] { shell().startScript(QString::fromStdString(folder.path("warn.scr"))); }));
+    ASSERT_TRUE(runUntilIdle(
+        *m_window, [&] { shell().startScript(QString::fromStdString(folder.path("warn.scr"))); }));
     EXPECT_TRUE(history().endsWith(QStringLiteral("Command: WARN\nSomething to see\nCommand: ")))
         << history().toStdString();
 }
@@ -229,8 +239,11 @@ TEST_F(DesktopShellTest, EscStopsAScript) {
     openFloorPlan();
     // The script runs out at the insertion point; Esc there ends the command and the script.
     m_driver->escape();
-    ASSERT_TRUE(runUntilIdle(*m_window, [&] { shell().startScript(QString::fromStdString(folder.path("stop.scr"))); }));
-    EXPECT_TRUE(history().endsWith(QStringLiteral("Specify insertion point: HELLO\nInvalid point.\nSpecify insertion point: *Cancel*\nCommand: ")))
+    ASSERT_TRUE(runUntilIdle(
+        *m_window, [&] { shell().startScript(QString::fromStdString(folder.path("stop.scr"))); }));
+    EXPECT_TRUE(
+        history().endsWith(QStringLiteral("Specify insertion point: HELLO\nInvalid point.\nSpecify "
+                                          "insertion point: *Cancel*\nCommand: ")))
         << history().toStdString();
 }
 

@@ -2,14 +2,13 @@
 // and mouse events at the moment the prompt starts to wait.
 #pragma once
 
+#include <QObject>
+#include <QPointF>
+#include <QString>
 #include <deque>
 #include <filesystem>
 #include <functional>
 #include <memory>
-
-#include <QObject>
-#include <QPointF>
-#include <QString>
 
 #include "host/desktop/shell/commandline.h"
 #include "host/desktop/shell/desktopshell.h"

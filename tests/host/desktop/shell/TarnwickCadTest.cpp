@@ -27,11 +27,12 @@ TEST(TarnwickCad, AStartUpScriptRunsAndQuits) {
     TempFolder folder;
     const std::string saved = folder.path("out.dxf");
     std::ofstream(folder.path("batch.scr"))
-        << "FILEDIA\n0\nZOOM\nE\nATTREQ\n0\nINSERT\nCHAIR\n4,4\n2\n\n0\nSAVEAS\n" << saved
-        << "\nQUIT\n";
+        << "FILEDIA\n0\nZOOM\nE\nATTREQ\n0\nINSERT\nCHAIR\n4,4\n2\n\n0\nSAVEAS\n"
+        << saved << "\nQUIT\n";
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     const ProcessResult result = runProcess(
-        TARNWICK_CAD, {(kSourceDir / "examples" / "floorplan.dxf").string(), "-b", folder.path("batch.scr")});
+        TARNWICK_CAD,
+        {(kSourceDir / "examples" / "floorplan.dxf").string(), "-b", folder.path("batch.scr")});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     const ProcessResult check = runPython(
         kSourceDir / "tests" / "host" / "desktop" / "shell" / "check_saved.py",
@@ -46,7 +47,8 @@ TEST(TarnwickCad, UsageErrorsSayWhat) {
         << result.err;
     const ProcessResult help = runProcess(TARNWICK_CAD, {"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_TRUE(help.out.starts_with("Usage: tarnwick-cad [DRAWING.dxf] [-b SCRIPT.scr] [--commands]"));
+    EXPECT_TRUE(
+        help.out.starts_with("Usage: tarnwick-cad [DRAWING.dxf] [-b SCRIPT.scr] [--commands]"));
 }
 
 }  // namespace
