@@ -214,6 +214,15 @@ int scriptCommand(DesktopShell& shell) {
     return shell.startScript(*path) ? RTNORM : RTERROR;
 }
 
+// Selection on its own, to see what picks, windows and crossings take.
+int selectCommand(DesktopShell& shell) {
+    std::vector<AcDbObjectId> selected;
+    const int status = shell.editor().selectObjects(nullptr, nullptr, selected);
+    if (status == RTNORM)
+        shell.editor().print(QStringLiteral("\n%1 selected").arg(selected.size()));
+    return status;
+}
+
 int setVarCommand(DesktopShell& shell) {
     QString name;
     if (shell.editor().promptText(QStringLiteral("\nEnter variable name: "), name) != RTNORM)
@@ -227,7 +236,8 @@ constexpr BuiltinCommand kCommands[] = {
     {"NEW", false, newCommand},         {"OPEN", false, openCommand},
     {"QUIT", false, quitCommand},       {"REDRAW", true, redrawCommand},
     {"SAVE", false, saveCommand},       {"SAVEAS", false, saveAsCommand},
-    {"SCRIPT", false, scriptCommand},   {"SETVAR", true, setVarCommand},
+    {"SCRIPT", false, scriptCommand},   {"SELECT", false, selectCommand},
+    {"SETVAR", true, setVarCommand},
     {"U", false, undoCommand},          {"UNDO", false, undoCommand},
     {"ZOOM", true, zoomCommand},
 };

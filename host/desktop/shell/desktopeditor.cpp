@@ -95,11 +95,33 @@ DesktopEditor::~DesktopEditor() { acedSetEditor(m_previousEditor); }
 // Input.
 
 void DesktopEditor::deliver(const Input& input) {
-    if (m_waiters.empty()) return;
-    Waiter& waiter = *m_waiters.back();
-    if (waiter.input || (input.kind == Input::Kind::Cursor && !waiter.wantsCursor)) return;
-    waiter.input = input;
-    waiter.loop.quit();
+    if (!m_waiters.empty() && !m_waiters.back()->input) {
+        Waiter& waiter = *m_waiters.back();
+        if (input.kind == Input::Kind::Cursor && !waiter.wantsCursor) return;
+        waiter.input = input;
+        waiter.loop.quit();
+        return;
+    }
+    // Input that comes before the next prompt waits for it, as typed-ahead input does in a CAD
+    // program; the cursor moves on and sends another sample.
+    if (input.kind == Input::Kind::Cursor) return;
+    if (!m_waiters.empty() || m_commandActive) m_typeAhead.push_back(input);
+}
+
+void DesktopEditor::setCommandActive(bool active) {
+    m_commandActive = active;
+    if (active) return;
+    // Picks and cancels meant for a prompt that never came are dropped; lines become commands.
+    std::erase_if(m_typeAhead, [](const Input& input) { return input.kind != Input::Kind::Line; });
+}
+
+QStringList DesktopEditor::takeTypeAhead() {
+    QStringList lines;
+    for (const Input& input : m_typeAhead) {
+        if (input.kind == Input::Kind::Line) lines.append(input.text);
+    }
+    m_typeAhead.clear();
+    return lines;
 }
 
 void DesktopEditor::submitLine(const QString& line) { deliver({Input::Kind::Line, line, {}}); }
@@ -117,6 +139,7 @@ void DesktopEditor::cancelAll(bool cancelling) {
     m_cancelling = cancelling;
     if (!cancelling) return;
     stopScript();
+    m_typeAhead.clear();
     for (Waiter* waiter : m_waiters) {
         if (waiter->input) continue;
         waiter->input = Input{Input::Kind::Cancel, {}, {}};
@@ -188,6 +211,11 @@ std::optional<DesktopEditor::Input> DesktopEditor::queued() {
 }
 
 DesktopEditor::Input DesktopEditor::wait(bool wantsCursor) {
+    if (!m_typeAhead.empty()) {
+        const Input input = m_typeAhead.front();
+        m_typeAhead.pop_front();
+        return input;
+    }
     Waiter waiter;
     waiter.wantsCursor = wantsCursor;
     waiter.prompt = m_commandLine.openLine();

@@ -51,6 +51,10 @@ public:
     void cursorMoved(const AcGePoint3d& point);
     void pointPicked(const AcGePoint3d& point);
     bool isPrompting() const { return !m_waiters.empty(); }
+    // While a command runs, input that comes between its prompts waits for the next one.
+    void setCommandActive(bool active);
+    // Lines typed ahead that no prompt took: the commands that follow.
+    QStringList takeTypeAhead();
     // The prompt of the innermost wait, printed again after a transparent command.
     void repeatPrompt();
 
@@ -132,6 +136,8 @@ private:
     FileDialog m_fileDialog;
     AlertBox m_alertBox;
     std::vector<Waiter*> m_waiters;
+    std::deque<Input> m_typeAhead;
+    bool m_commandActive = false;
     std::vector<Feed> m_feeds;  // the script's first, a command's arguments on top
     bool m_cancelling = false;
     int m_initGetFlags = 0;

@@ -72,8 +72,8 @@ bool DesktopShell::isIdle() const {
 }
 
 void DesktopShell::submitLine(const QString& line) {
-    if (m_editor.isPrompting()) {
-        if (line.trimmed().startsWith(QLatin1Char('\''))) {
+    if (m_editor.isPrompting() || m_busy) {
+        if (m_editor.isPrompting() && line.trimmed().startsWith(QLatin1Char('\''))) {
             // Run from the event loop, so that the prompt's wait stays below it.
             QTimer::singleShot(0, this, [this, line] { runTransparent(line); });
             return;
@@ -118,9 +118,12 @@ void DesktopShell::processNext() {
     m_commandLine.echo(*line);
     m_editor.cancelAll(false);
     m_busy = true;
+    m_editor.setCommandActive(true);
     runLine(*line, fromScript);
+    m_editor.setCommandActive(false);
     m_busy = false;
     m_editor.cancelAll(false);
+    for (const QString& ahead : m_editor.takeTypeAhead()) m_typed.push_back(ahead);
     emit drawingChanged();
     if (m_quitting) return;
     showCommandPrompt();

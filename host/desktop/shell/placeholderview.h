@@ -21,6 +21,7 @@ public:
     QPointF toWidget(const AcGePoint3d& point) const;
     // The exclusive-or vectors now showing, for tests and painting.
     std::size_t vectorCount() const { return m_vectors.size(); }
+    bool selectionRectangleShown() const { return m_rectangle.has_value(); }
 
     // DrawingSurface
     void setDocument(const DxfDocument* document) override;

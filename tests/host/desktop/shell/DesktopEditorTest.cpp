@@ -128,6 +128,27 @@ TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
                   .arg(throughPixel(*m_window, picked).y, 0, 'f', 4));
 }
 
+TEST_F(DesktopEditorTest, InputThatComesBeforeTheNextPromptWaitsForIt) {
+    const AcGePoint3d moved{6, 7, 0};
+    const AcGePoint3d picked{8, 2, 0};
+    // The mouse moves and clicks, and a key is typed, before the program reads again.
+    m_driver->then([&] {
+        moveMouse(*m_window, moved);
+        clickAt(*m_window, picked);
+        typeLine(*m_window, QString());
+    });
+    int type = 0;
+    resbuf result;
+    ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
+    EXPECT_EQ(type, 5);
+    ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
+    EXPECT_EQ(type, 3);
+    EXPECT_EQ(result.resval.rpoint, throughPixel(*m_window, picked));
+    ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
+    EXPECT_EQ(type, 2);
+    EXPECT_EQ(m_driver->prompts().size(), 1);
+}
+
 TEST_F(DesktopEditorTest, ExclusiveOrVectorsDrawnTwiceAreGone) {
     const ads_point a{0, 0, 0};
     const ads_point b{5, 5, 0};

@@ -95,6 +95,26 @@ TEST_F(DesktopShellTest, TransparentCommandsRunWhileAnotherPrompts) {
         << history().toStdString();
 }
 
+TEST_F(DesktopShellTest, SelectShowsWhatAWindowDraggedWithTheMouseTakes) {
+    openFloorPlan();
+    PlaceholderView& view = m_window->view();
+    bool crossingShown = false;
+    // A click on nothing at (13,13), the mouse dragged left and down, a click at (10.5,10.5).
+    // One input a step: each waits for the prompt to ask again.
+    m_driver->click({13, 13, 0})
+        .then([&] { moveMouse(*m_window, {10.5, 10.5, 0}); })
+        .then([&] {
+            crossingShown = view.selectionRectangleShown();
+            clickAt(*m_window, {10.5, 10.5, 0});
+        })
+        .type(QString());
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SELECT")));
+    EXPECT_TRUE(crossingShown);
+    EXPECT_FALSE(view.selectionRectangleShown());
+    EXPECT_TRUE(history().contains(QStringLiteral("Specify opposite corner: \n1 found\nSelect objects: \n1 selected\nCommand: ")))
+        << history().toStdString();
+}
+
 TEST_F(DesktopShellTest, InsertAndUndoLeaveTheFileAsItWas) {
     TempFolder folder;
     openFloorPlan();
