@@ -36,7 +36,7 @@ public:
     bool hasError() const { return !m_errorString.empty(); }
     const std::string& errorString() const { return m_errorString; }
     // The id it is told at initialisation and unload; unique among the loaded modules.
-    void* appId() { return this; }
+    void* appId() const { return const_cast<ModuleSpec*>(this); }
     unsigned apiVersion() const { return m_apiVersion; }
 
 private:

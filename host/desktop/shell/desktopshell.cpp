@@ -171,7 +171,7 @@ int DesktopShell::runCommand(const QString& typed) {
     return RTREJ;
 }
 
-bool DesktopShell::isTransparent(const QString& typed) const {
+bool DesktopShell::isTransparent(const QString& typed) {
     bool hostOnly = false;
     const QString name = bareName(typed, hostOnly);
     if (AcEdCommandStack* stack = commandStack(); stack && !hostOnly) {
@@ -180,7 +180,7 @@ bool DesktopShell::isTransparent(const QString& typed) const {
     }
     if (const BuiltinCommand* builtin = findBuiltinCommand(name)) return builtin->transparent;
     resbuf value;
-    return const_cast<DesktopEditor&>(m_editor).getVar(name.toStdWString(), value) == RTNORM;
+    return m_editor.getVar(name.toStdWString(), value) == RTNORM;
 }
 
 void DesktopShell::runTransparent(const QString& line) {

@@ -39,7 +39,7 @@ public:
     // Runs the command now and returns when it ends: a module's registered command, the host's own,
     // or a system variable's name. RTNORM, RTCAN, RTERROR; RTREJ when no command has the name.
     int runCommand(const QString& name);
-    bool isTransparent(const QString& name) const;
+    bool isTransparent(const QString& name);
     // Nothing runs, nothing is queued: the command prompt waits.
     bool isIdle() const;
 

@@ -72,8 +72,8 @@ TEST_F(ModuleLoaderTest, EachModuleGetsItsOwnApplicationId) {
     const auto modules = m_loader.modules();
     ASSERT_EQ(modules.size(), 2u);
     auto* linker = AcRxCast<AcRxDynamicLinker>(acrxSysRegistry()->at(ACRX_DYNAMIC_LINKER));
-    void* first = const_cast<ModuleSpec*>(modules[0])->appId();
-    void* second = const_cast<ModuleSpec*>(modules[1])->appId();
+    void* first = modules[0]->appId();
+    void* second = modules[1]->appId();
     EXPECT_NE(first, second);
     EXPECT_FALSE(linker->isApplicationLocked(first));
     ASSERT_TRUE(m_loader.unload("good.arx").isOk());
