@@ -62,7 +62,9 @@ int BomCalculation::CountBlock(const std::wstring& name, std::int32_t references
         ResultString& row = m_results[found->second];
         row.quantity += references;
         // One addition a reference, as counting them one by one gives: the same total to the bit.
-        for (std::int32_t i = 0; i < references; ++i) row.total += row.price;
+        if (row.price != 0.0) {
+            for (std::int32_t i = 0; i < references; ++i) row.total += row.price;
+        }
         return static_cast<int>(found->second);
     }
     if (m_listOnlyPricedBlocks) return -1;
