@@ -46,6 +46,13 @@ struct DxfReference {
     AcGePoint3d position;
 };
 
+// A block record made from a dynamic block (an anonymous "*U" variant) and the dynamic block's own
+// record; `dynamic` is null when the link names a handle that no block record has.
+struct DxfDynamicBlockLink {
+    AcDbObjectId anonymous;
+    AcDbObjectId dynamic;
+};
+
 class DxfDocument final : public AcDbDatabase {
 public:
     static DxfResult<std::unique_ptr<DxfDocument>> readFile(const std::filesystem::path& path,
@@ -70,6 +77,12 @@ public:
 
     // The references of a space in file order.
     std::vector<DxfReference> blockReferences(DxfSpace space) const;
+
+    // Links of block records to the dynamic block they were made from (their AcDbBlockRepBTag
+    // extended data), in block table order; records without one are not listed.
+    std::vector<DxfDynamicBlockLink> dynamicBlockLinks() const;
+    // The references inside a block's definition, in file order; none for a record without one.
+    std::vector<DxfReference> referencesInBlock(AcDbObjectId record) const;
 
     // ATTREQ, SNAPMODE, OSMODE (RTSHORT) and DWGNAME (RTSTR, read only): RTNORM, or RTERROR for
     // other names, other types and DWGNAME. From R2000 on the header no longer holds the first
