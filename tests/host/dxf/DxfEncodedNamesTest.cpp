@@ -3,6 +3,7 @@
 // case, sorted and looked up by the inventory, and numbered past by the table's serial names.
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <tuple>
 
 #include "bom/BomCalculation.h"
@@ -65,6 +66,20 @@ TEST_P(DxfEncodedNames, SortAndAreFoundByTheInventoryInAnyCase) {
     std::wstring unmarked;
     names.UnmarkedNames(unmarked);
     EXPECT_EQ(unmarked, GetParam().sortedNames.back() + L"\n");
+}
+
+// The drawing's own block table finds a name in another case also when the environment's locale
+// is the plain C one, which knows case only for A-Z.
+TEST_P(DxfEncodedNames, AreFoundInTheBlockTableInAnyCaseWhateverTheLocale) {
+    const std::string saved = std::setlocale(LC_ALL, nullptr);
+    std::setlocale(LC_ALL, "C");
+    for (const std::wstring& name : GetParam().sortedNames) {
+        AcDbObjectId upper, lower;
+        EXPECT_EQ(m_document->getBlockTableRecordId(MakeUpper(name), upper), Acad::eOk);
+        EXPECT_EQ(m_document->getBlockTableRecordId(MakeLower(name), lower), Acad::eOk);
+        EXPECT_EQ(upper, lower);
+    }
+    std::setlocale(LC_ALL, saved.c_str());
 }
 
 INSTANTIATE_TEST_SUITE_P(CodePages, DxfEncodedNames, ::testing::ValuesIn(encodedNameDrawings()),
