@@ -1,0 +1,34 @@
+// Driving modal dialogs from tests.
+#include "tests/ModalDialogs.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
+#include <QTest>
+#include <QTimer>
+
+#include "resources/DialogBuilder.h"
+
+void WhenModal(std::function<void(QDialog&)> action) {
+    auto* timer = new QTimer(qApp);
+    timer->setInterval(5);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, action = std::move(action)] {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || !dialog->isVisible()) return;
+        timer->stop();
+        timer->deleteLater();
+        action(*dialog);
+    });
+    timer->start();
+}
+
+bool ClickDlgItem(const QWidget& dialog, int id) {
+    QWidget* item = GetDlgItem(dialog, id);
+    if (item == nullptr) return false;
+    // A check box answers on its box and its text, which need not reach the middle.
+    const QPoint point = qobject_cast<QCheckBox*>(item) != nullptr
+                             ? QPoint(6, item->height() / 2)
+                             : item->rect().center();
+    QTest::mouseClick(item, Qt::LeftButton, {}, point);
+    return true;
+}
