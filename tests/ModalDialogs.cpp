@@ -9,18 +9,21 @@
 
 #include "resources/DialogBuilder.h"
 
-void WhenModal(std::function<void(QDialog&)> action) {
-    auto* timer = new QTimer(qApp);
-    timer->setInterval(5);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, action = std::move(action)] {
+ModalWatch::ModalWatch(std::function<void(QDialog&)> action)
+    : m_timer(std::make_unique<QTimer>()), m_fired(std::make_shared<bool>(false)) {
+    m_timer->setInterval(5);
+    QTimer* timer = m_timer.get();
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, fired = m_fired, action = std::move(action)] {
         auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
         if (dialog == nullptr || !dialog->isVisible()) return;
         timer->stop();
-        timer->deleteLater();
+        *fired = true;
         action(*dialog);
     });
-    timer->start();
+    m_timer->start();
 }
+
+ModalWatch::~ModalWatch() = default;
 
 bool ClickDlgItem(const QWidget& dialog, int id) {
     QWidget* item = GetDlgItem(dialog, id);
