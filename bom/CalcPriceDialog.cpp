@@ -141,7 +141,8 @@ void CalcPriceDialog::OnInsert() {
         return;
     }
     m_tableBlockName = blockName;
-    EndDialog(m_grid.DrawPriceTable(blockName.c_str(), kTableTextStyle, 1.0) == 1 ? IDOK : IDCANCEL);
+    EndDialog(m_grid.DrawPriceTable(blockName.c_str(), kTableTextStyle, 1.0) == 1 ? IDOK
+                                                                                  : IDCANCEL);
 }
 
 void CalcPriceDialog::OnSaveToFile() {

@@ -22,7 +22,8 @@ bool IsNumberColumn(int col) { return IsPriceColumn(col) || col == kQuantityColu
 BomSortCell SortCellOf(const CUGCell* cell) {
     BomSortCell sortCell;
     if (cell == nullptr) return sortCell;
-    if (const wchar_t* text = cell->GetText()) sortCell.text = std::wstring_view(text, cell->GetTextLength());
+    if (const wchar_t* text = cell->GetText())
+        sortCell.text = std::wstring_view(text, cell->GetTextLength());
     const short type = cell->GetDataType();
     sortCell.numeric = type == UGCELLDATA_NUMBER || type == UGCELLDATA_CURRENCY;
     return sortCell;
@@ -102,7 +103,8 @@ void MyCug2::OnColSizing(int col, int* width) {
 }
 
 void MyCug2::SetRowTexts(long row, const BomRow& cells) {
-    for (int col = 0; col < m_numCols; ++col) QuickSetText(col, row, cells[static_cast<std::size_t>(col)]);
+    for (int col = 0; col < m_numCols; ++col)
+        QuickSetText(col, row, cells[static_cast<std::size_t>(col)]);
 }
 
 void MyCug2::AddResultRow(const ResultString& row, bool summary) {

@@ -1,4 +1,4 @@
-// Template 201, "BOM Report": the calculation dialog, a grid with the actions in a column beside it.
+// Template 201, "BOM Report": the calculation dialog, its grid with the actions beside it.
 #include "resources/BomReportTemplate.h"
 
 namespace {

@@ -115,7 +115,8 @@ void BM_SortByHeading(benchmark::State& state) {
         grid.OnTopHdgLeftClick(col, -1, 1, QRect(), QPoint(), 0);
         QApplication::processEvents();
     }
-    state.SetLabel(QString::fromWCharArray(BomColumnTitles[static_cast<std::size_t>(col)]).toStdString());
+    state.SetLabel(
+        QString::fromWCharArray(BomColumnTitles[static_cast<std::size_t>(col)]).toStdString());
 }
 BENCHMARK(BM_SortByHeading)->DenseRange(0, kBomColumnCount - 1)->Unit(benchmark::kMillisecond);
 

@@ -52,8 +52,8 @@ std::vector<AcDbObjectId> CalcDialogFixture::DoorsDrawing() {
     return ids;
 }
 
-std::unique_ptr<CalcPriceDialog> CalcDialogFixture::OpenDialog(const std::string& listText,
-                                                               std::vector<AcDbObjectId> references) {
+std::unique_ptr<CalcPriceDialog> CalcDialogFixture::OpenDialog(
+    const std::string& listText, std::vector<AcDbObjectId> references) {
     auto dialog = std::make_unique<CalcPriceDialog>();
     dialog->LoadSettings();
     if (!listText.empty()) {

@@ -143,15 +143,17 @@ TEST_F(CalcPriceDialogTest, WithoutAListTheProposalIsTheDrawingsName) {
     const auto dialog = OpenDialog("", DoorsDrawing());
     m_editor.answerFile(RTERROR);
     ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SAVE));
-    EXPECT_EQ(m_editor.callsOf(L"acedGetFileD"),
-              (std::vector<RecordedCall>{{L"acedGetFileD", {L"Save as", L"plan.txt", L"txt", L"1"}}}));
+    EXPECT_EQ(
+        m_editor.callsOf(L"acedGetFileD"),
+        (std::vector<RecordedCall>{{L"acedGetFileD", {L"Save as", L"plan.txt", L"txt", L"1"}}}));
     EXPECT_TRUE(m_editor.callsOf(L"acedAlert").empty());
 }
 
 TEST_F(CalcPriceDialogTest, AReportThatCannotBeWrittenAlertsAndLeavesNoFile) {
     const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
     const std::vector<std::string> before = FolderEntries(m_folder.path(""));
-    for (const std::wstring& target : {m_folder.wpath("no such folder/report.txt"), m_folder.wpath("")}) {
+    for (const std::wstring& target :
+         {m_folder.wpath("no such folder/report.txt"), m_folder.wpath("")}) {
         m_editor.clearCalls();
         m_editor.answerFile(RTNORM, target);
         ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SAVE));
@@ -206,8 +208,9 @@ TEST_F(CalcPriceDialogTest, InsertNumbersOnAndStopsAfterQtb9999) {
     m_database.addBlock(L"QTB9999");
     dialog = OpenDialog(kDoorsList, DoorsDrawing());
     ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_INSERT));
-    EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
-              (std::vector<RecordedCall>{{L"acedAlert", {L"Too large number for name of table price"}}}));
+    EXPECT_EQ(
+        m_editor.callsOf(L"acedAlert"),
+        (std::vector<RecordedCall>{{L"acedAlert", {L"Too large number for name of table price"}}}));
     EXPECT_EQ(dialog->result(), IDCANCEL);
     EXPECT_EQ(m_database.recordNamed(L"QTB10000"), nullptr);
 }
@@ -250,7 +253,8 @@ TEST_F(CalcPriceDialogTest, SettingsGiveTheWidthsAndTheFileNameUpToItsFirstBlank
     EXPECT_EQ(lastCalcFileName, L"/my");
     dialog.OnInitDialog();
     std::vector<int> widths;
-    for (int col = 0; col < kBomColumnCount; ++col) widths.push_back(dialog.Grid().GetColWidth(col));
+    for (int col = 0; col < kBomColumnCount; ++col)
+        widths.push_back(dialog.Grid().GetColWidth(col));
     EXPECT_EQ(widths, (std::vector<int>{120, 40, 60, 200, 70}));
 }
 
@@ -259,7 +263,8 @@ TEST_F(CalcPriceDialogTest, AClickOnTheDialogTakesTheFocus) {
     QApplication::setActiveWindow(dialog.get());
     dialog->Grid().setFocus();
     ASSERT_FALSE(dialog->hasFocus());
-    QTest::mouseClick(dialog.get(), Qt::LeftButton, {}, QPoint(dialog->width() - 4, dialog->height() / 2));
+    QTest::mouseClick(dialog.get(), Qt::LeftButton, {},
+                      QPoint(dialog->width() - 4, dialog->height() / 2));
     EXPECT_TRUE(dialog->hasFocus());
 }
 

@@ -38,7 +38,8 @@ TEST_F(MyCug2Test, ShowsTheBillWithTheSummaryRowLast) {
     EXPECT_EQ(grid.GetNumberCols(), 5);
     EXPECT_EQ(grid.ShownRows(), kDoorsBill);
     for (int col = 0; col < kBomColumnCount; ++col)
-        EXPECT_EQ(grid.QuickGetText(col, -1), std::wstring(BomColumnTitles[static_cast<std::size_t>(col)]));
+        EXPECT_EQ(grid.QuickGetText(col, -1),
+                  std::wstring(BomColumnTitles[static_cast<std::size_t>(col)]));
     EXPECT_EQ(grid.GetSideHdgWidth(), 0);
     EXPECT_EQ(grid.GetStandardRowHeight(), QFontMetrics(grid.font()).height() + 3);
     EXPECT_EQ(HeadingArrow(grid, 0), UGCT_SORTARROWUP);
@@ -54,16 +55,19 @@ TEST_F(MyCug2Test, HeadingClicksSortAndKeepTheSummaryLast) {
     MyCug2& grid = dialog->Grid();
 
     ClickHeading(grid, kQuantityColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
     EXPECT_EQ(HeadingArrow(grid, kQuantityColumn), UGCT_SORTARROWUP);
     EXPECT_EQ(HeadingArrow(grid, kNameColumn), 0);
 
     ClickHeading(grid, kQuantityColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"window", L"door", L"chair", L"desk", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"window", L"door", L"chair", L"desk", L"Summary:"}));
     EXPECT_EQ(HeadingArrow(grid, kQuantityColumn), UGCT_SORTARROWDOWN);
 
     ClickHeading(grid, kQuantityColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
     EXPECT_EQ(grid.GetNumberRows(), 5);
     EXPECT_EQ(grid.ShownRows().back(), kDoorsBill.back());
 }
@@ -73,22 +77,28 @@ TEST_F(MyCug2Test, TheNameColumnStartsAscendingSoItsFirstClickSortsDescending) {
     MyCug2& grid = dialog->Grid();
     ClickHeading(grid, kNameColumn);
     EXPECT_FALSE(grid.SortedAscending());
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"window", L"door", L"desk", L"chair", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"window", L"door", L"desk", L"chair", L"Summary:"}));
     ClickHeading(grid, kNameColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"chair", L"desk", L"door", L"window", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"chair", L"desk", L"door", L"window", L"Summary:"}));
 }
 
 TEST_F(MyCug2Test, EmptyDescriptionsGoLastEitherWayAndEqualTotalsKeepTheirOrder) {
     const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
     MyCug2& grid = dialog->Grid();
     ClickHeading(grid, kDescriptionColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"door", L"desk", L"window", L"chair", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"door", L"desk", L"window", L"chair", L"Summary:"}));
     ClickHeading(grid, kDescriptionColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"window", L"desk", L"door", L"chair", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"window", L"desk", L"door", L"chair", L"Summary:"}));
     ClickHeading(grid, kTotalColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
     ClickHeading(grid, kPriceColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"chair", L"desk", L"door", L"window", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"chair", L"desk", L"door", L"window", L"Summary:"}));
 }
 
 TEST_F(MyCug2Test, OnAnEmptyGridEveryClickAppendsTheStoredSummaryUntilTwoStand) {

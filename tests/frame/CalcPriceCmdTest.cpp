@@ -78,9 +78,10 @@ TEST_F(CalcPriceCmdTest, InsertPlacesTheTableAtThePickedCorner) {
     CalcPriceCmd();
     EXPECT_TRUE(watch->fired());
 
-    EXPECT_EQ(m_shown, (std::vector<BomRow>{{L"door", L"450.00", L"3", L"Interior door", L"1350.00"},
-                                            {L"plant", L"0.00", L"1", L"", L"0.00"},
-                                            {L"Summary:", L"", L"", L"", L"1350.00"}}));
+    EXPECT_EQ(m_shown,
+              (std::vector<BomRow>{{L"door", L"450.00", L"3", L"Interior door", L"1350.00"},
+                                   {L"plant", L"0.00", L"1", L"", L"0.00"},
+                                   {L"Summary:", L"", L"", L"", L"1350.00"}}));
     EXPECT_EQ(m_editor.callsOf(L"acedGetFileD"),
               (std::vector<RecordedCall>{{L"acedGetFileD", {L"Open", L"", L"prc", L"2"}}}));
     EXPECT_EQ(Functions(), (std::vector<std::wstring>{L"acedGetFileD", L"acedSSGet", L"acedInitGet",
@@ -135,7 +136,8 @@ TEST_F(CalcPriceCmdTest, AnUnreadableListEndsTheCommandAfterTheAlert) {
     CalcPriceCmd();
     EXPECT_EQ(Functions(), (std::vector<std::wstring>{L"acedGetFileD", L"acedAlert"}));
     EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
-              (std::vector<RecordedCall>{{L"acedAlert", {L"File " + missing + L" could  not be opened"}}}));
+              (std::vector<RecordedCall>{
+                  {L"acedAlert", {L"File " + missing + L" could  not be opened"}}}));
     EXPECT_EQ(lastCalcFileName, L"");
     EXPECT_EQ(m_database.recordNamed(L"QTB0001"), nullptr);
 }

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
-#include <QFontMetrics>
 #include <QDialog>
+#include <QFontMetrics>
 #include <QLabel>
 #include <QPushButton>
 #include <algorithm>
@@ -37,7 +37,9 @@ const ControlTemplate* Find(int id) {
     return nullptr;
 }
 
-QRect Units(const ControlTemplate& control) { return {control.x, control.y, control.cx, control.cy}; }
+QRect Units(const ControlTemplate& control) {
+    return {control.x, control.y, control.cx, control.cy};
+}
 
 TEST(BomReportTemplate, IsFoundByItsIdWithItsCaptionAndFont) {
     ASSERT_EQ(FindDialogTemplate(IDD_BOM_REPORT), &kBomReportTemplate);
@@ -53,9 +55,11 @@ TEST(BomReportTemplate, HoldsTheControlsOfTheCalculationDialog) {
         EXPECT_EQ(control->kind, expected.kind) << expected.id;
         EXPECT_STREQ(control->text, expected.text) << expected.id;
     }
-    const auto current = std::find_if(
-        kBomReportTemplate.controls.begin(), kBomReportTemplate.controls.end(),
-        [](const ControlTemplate& control) { return std::wstring(control.text) == L"Current file:"; });
+    const auto current =
+        std::find_if(kBomReportTemplate.controls.begin(), kBomReportTemplate.controls.end(),
+                     [](const ControlTemplate& control) {
+                         return std::wstring(control.text) == L"Current file:";
+                     });
     ASSERT_NE(current, kBomReportTemplate.controls.end());
     // The file label stands beside it, on its line.
     const ControlTemplate* label = Find(IDC_REPORT_FILE_LABEL);
@@ -77,8 +81,8 @@ TEST(BomReportTemplate, ControlsStayInsideAndNeverOverlap) {
 TEST(BomReportTemplate, TheButtonsFormAColumnBesideTheGrid) {
     const ControlTemplate* grid = Find(IDC_REPORT_GRID);
     const ControlTemplate* close = Find(IDC_REPORT_CLOSE);
-    for (const int id : {IDC_REPORT_ATTACH, IDC_REPORT_SAVE, IDC_REPORT_INSERT, IDC_REPORT_SHOW_PRICE,
-                         IDC_REPORT_CLOSE}) {
+    for (const int id : {IDC_REPORT_ATTACH, IDC_REPORT_SAVE, IDC_REPORT_INSERT,
+                         IDC_REPORT_SHOW_PRICE, IDC_REPORT_CLOSE}) {
         const ControlTemplate* control = Find(id);
         EXPECT_EQ(control->x, close->x) << id;
         EXPECT_EQ(control->cx, close->cx) << id;
@@ -103,7 +107,8 @@ TEST(BomReportTemplate, BuildsWithEveryControlNamedAfterItsId) {
         EXPECT_FALSE(button->isDefault()) << id;
         // The label fits its button with room to spare on either side.
         const QString label = QString(button->text()).remove(QLatin1Char('&'));
-        EXPECT_LE(QFontMetrics(button->font()).horizontalAdvance(label) + 12, button->width()) << id;
+        EXPECT_LE(QFontMetrics(button->font()).horizontalAdvance(label) + 12, button->width())
+            << id;
     }
 }
 

@@ -12,7 +12,8 @@
 
 class DxfDocument;
 
-// The outside world the editor talks to; the tool wires Qt's boxes and the console, tests their own.
+// The outside world the editor talks to; the tool wires Qt's boxes and the console, tests their
+// own.
 struct CalcToolIo {
     // acedGetFileD: RTNORM with the path, or RTERROR when cancelled.
     std::function<int(const std::wstring& title, const std::wstring& defaultName,

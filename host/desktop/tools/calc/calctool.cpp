@@ -28,12 +28,14 @@ struct CalcRequest {
 // The drawing's name with "-bom" before its extension, in the drawing's folder.
 std::string defaultOutput(const std::string& drawing) {
     const std::filesystem::path path(drawing);
-    return (path.parent_path() / (path.stem().string() + "-bom" + path.extension().string())).string();
+    return (path.parent_path() / (path.stem().string() + "-bom" + path.extension().string()))
+        .string();
 }
 
 std::string lowerReason(int error) {
     std::string reason = std::strerror(error);
-    if (!reason.empty()) reason[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(reason[0])));
+    if (!reason.empty())
+        reason[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(reason[0])));
     return reason;
 }
 
@@ -68,7 +70,8 @@ std::optional<CalcRequest> readRequest(const std::vector<std::string>& arguments
             (argument == "-o" ? output : request.prices) = arguments[++i];
             continue;
         }
-        if (argument.size() > 1 && argument.front() == '-') return usage("unknown option " + argument);
+        if (argument.size() > 1 && argument.front() == '-')
+            return usage("unknown option " + argument);
         if (!request.drawing.empty()) return usage("one drawing at a time");
         request.drawing = argument;
     }
@@ -119,10 +122,13 @@ int runCalcTool(const std::vector<std::string>& arguments, CalcToolIo& io,
 
     const WorkingDatabase working(document.get());
     CalcEditor editor(*document, io);
-    // As a file dialog gives it, so the dialog shows where the list is and the report goes beside it.
+    // As a file dialog gives it, so the dialog shows where the list is and the report goes beside
+    // it.
     if (request->prices) {
+        std::error_code error;
+        const std::filesystem::path absolute = std::filesystem::absolute(*request->prices, error);
         editor.answerPriceListPrompt(
-            WidePath(std::filesystem::absolute(*request->prices).lexically_normal().string()));
+            WidePath(error ? *request->prices : absolute.lexically_normal().string()));
     }
     modulePath = moduleFile.substr(0, kModulePathLength);
     const std::size_t blocksBefore = document->blockTableRecordIds().size();
@@ -139,6 +145,7 @@ int runCalcTool(const std::vector<std::string>& arguments, CalcToolIo& io,
         io.report(saved.errorString());
         return kCalcToolFailure;
     }
-    io.report(request->output + (editor.inserted() ? ": table inserted" : ": table drawn, not inserted"));
+    io.report(request->output +
+              (editor.inserted() ? ": table inserted" : ": table drawn, not inserted"));
     return kCalcToolOk;
 }

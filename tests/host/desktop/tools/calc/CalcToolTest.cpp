@@ -20,7 +20,8 @@
 namespace {
 
 const std::string kExamples = std::string(TARNWICK_SOURCE_DIR) + "/examples";
-const std::string kChecker = std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/check_drawing.py";
+const std::string kChecker =
+    std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/check_drawing.py";
 
 struct FilePrompt {
     std::wstring title;
@@ -67,7 +68,8 @@ protected:
         return arguments;
     }
     std::unique_ptr<ModalWatch> Click(int button) {
-        return std::make_unique<ModalWatch>([button](QDialog& dialog) { ClickDlgItem(dialog, button); });
+        return std::make_unique<ModalWatch>(
+            [button](QDialog& dialog) { ClickDlgItem(dialog, button); });
     }
     std::unique_ptr<ModalWatch> NoDialog() {
         return std::make_unique<ModalWatch>([](QDialog& dialog) {
@@ -100,7 +102,8 @@ TEST_F(CalcToolTest, InsertPutsTheTableAtTheTypedCornerIntoACopy) {
     EXPECT_EQ(Run(Plan()), kCalcToolOk);
     EXPECT_TRUE(watch->fired());
     EXPECT_EQ(m_written, "Upper left corner of table: Lower right corner (or RETURN): ");
-    EXPECT_EQ(m_reports, std::vector<std::string>{m_folder.path("floorplan-bom.dxf") + ": table inserted"});
+    EXPECT_EQ(m_reports,
+              std::vector<std::string>{m_folder.path("floorplan-bom.dxf") + ": table inserted"});
     EXPECT_EQ(Check("floorplan-bom.dxf", {"QTB0001", "--", "QTB0001", "21", "9", "1"}), "ok\n");
     EXPECT_EQ(m_folder.read("floorplan.dxf"), original);
     EXPECT_TRUE(m_prompts.empty());
@@ -132,8 +135,8 @@ TEST_F(CalcToolTest, AnythingButAPointIsAskedAgain) {
 TEST_F(CalcToolTest, TheEndOfTheInputLeavesTheTableDrawnButNotInserted) {
     const auto watch = Click(IDC_REPORT_INSERT);
     EXPECT_EQ(Run(Plan()), kCalcToolOk);
-    EXPECT_EQ(m_reports,
-              std::vector<std::string>{m_folder.path("floorplan-bom.dxf") + ": table drawn, not inserted"});
+    EXPECT_EQ(m_reports, std::vector<std::string>{m_folder.path("floorplan-bom.dxf") +
+                                                  ": table drawn, not inserted"});
     EXPECT_EQ(Check("floorplan-bom.dxf", {"QTB0001", "--"}), "ok\n");
 }
 
@@ -160,7 +163,8 @@ TEST_F(CalcToolTest, SaveToFileWritesTheBytesTheConsoleWrites) {
         EXPECT_EQ(report, m_folder.read("prices-floorplan.txt"));
         EXPECT_EQ(report.find("Summary:") != std::string::npos, !hidden);
     }
-    EXPECT_EQ(m_reports.back(), m_folder.path("floorplan.dxf") + ": no table drawn, nothing written");
+    EXPECT_EQ(m_reports.back(),
+              m_folder.path("floorplan.dxf") + ": no table drawn, nothing written");
     EXPECT_FALSE(std::filesystem::exists(m_folder.path("floorplan-bom.dxf")));
 }
 
@@ -177,7 +181,8 @@ TEST_F(CalcToolTest, WithoutPricesTheListIsAskedForInTheFileDialog) {
 TEST_F(CalcToolTest, ADrawingThatCannotBeSavedIsLeftUntouched) {
     std::filesystem::create_directory(m_folder.path("taken.dxf"));
     const std::string original = m_folder.read("floorplan.dxf");
-    for (const std::string& output : {m_folder.path("no such folder/out.dxf"), m_folder.path("taken.dxf")}) {
+    for (const std::string& output :
+         {m_folder.path("no such folder/out.dxf"), m_folder.path("taken.dxf")}) {
         SCOPED_TRACE(output);
         m_reports.clear();
         m_typed = {"21,9", ""};
@@ -191,7 +196,8 @@ TEST_F(CalcToolTest, ADrawingThatCannotBeSavedIsLeftUntouched) {
     EXPECT_TRUE(std::filesystem::is_empty(m_folder.path("taken.dxf")));
     EXPECT_FALSE(std::filesystem::exists(m_folder.path("no such folder")));
     std::size_t entries = 0;
-    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(m_folder.path("")))
+    for ([[maybe_unused]] const auto& entry :
+         std::filesystem::directory_iterator(m_folder.path("")))
         ++entries;
     EXPECT_EQ(entries, 4u);  // the drawing, the list, the settings and taken.dxf: no leftovers
 }
@@ -207,7 +213,7 @@ struct ErrorCase {
     const char* what;
     std::vector<std::string> arguments;  // "@" stands for the test's folder
     int status;
-    std::string message;                 // "@" again
+    std::string message;  // "@" again
 };
 
 class CalcToolErrors : public CalcToolTest, public ::testing::WithParamInterface<ErrorCase> {
@@ -235,17 +241,30 @@ INSTANTIATE_TEST_SUITE_P(
     Cases, CalcToolErrors,
     ::testing::Values(
         ErrorCase{"no drawing", {}, 2, "tarnwick-calc: no drawing given" + kUsage},
-        ErrorCase{"two drawings", {"@a.dxf", "@b.dxf"}, 2, "tarnwick-calc: one drawing at a time" + kUsage},
-        ErrorCase{"unknown option", {"@floorplan.dxf", "--scale", "2"}, 2,
+        ErrorCase{"two drawings",
+                  {"@a.dxf", "@b.dxf"},
+                  2,
+                  "tarnwick-calc: one drawing at a time" + kUsage},
+        ErrorCase{"unknown option",
+                  {"@floorplan.dxf", "--scale", "2"},
+                  2,
                   "tarnwick-calc: unknown option --scale" + kUsage},
-        ErrorCase{"-o without a name", {"@floorplan.dxf", "-o"}, 2,
+        ErrorCase{"-o without a name",
+                  {"@floorplan.dxf", "-o"},
+                  2,
                   "tarnwick-calc: -o needs a file name" + kUsage},
-        ErrorCase{"missing list", {"@floorplan.dxf", "--prices", "@gone.prc"}, 1,
+        ErrorCase{"missing list",
+                  {"@floorplan.dxf", "--prices", "@gone.prc"},
+                  1,
                   "@gone.prc: no such file or directory"},
         ErrorCase{"list is a folder", {"@floorplan.dxf", "--prices", "@"}, 1, "@: is a directory"},
-        ErrorCase{"missing drawing", {"@gone.dxf", "--prices", "@prices.prc"}, 1,
+        ErrorCase{"missing drawing",
+                  {"@gone.dxf", "--prices", "@prices.prc"},
+                  1,
                   "@gone.dxf: no such file or directory"},
-        ErrorCase{"corrupt drawing", {"@corrupt.dxf"}, 1,
+        ErrorCase{"corrupt drawing",
+                  {"@corrupt.dxf"},
+                  1,
                   "@corrupt.dxf:8: expected a number for group code 10, found \"not a number\""}),
     [](const ::testing::TestParamInfo<ErrorCase>& info) {
         std::string name = info.param.what;
