@@ -50,6 +50,11 @@ int CUGCtrl::StartEdit(int col, long row, int key) {
     return UG_SUCCESS;
 }
 
+bool CUGCtrl::FinishEditForPress() {
+    if (m_editing) EditFinished(EditEnd::FocusLost);
+    return !m_editing;
+}
+
 bool CUGCtrl::NextEditCell(EditEnd how, int* col, long* row) const {
     switch (how) {
         case EditEnd::NextCol:

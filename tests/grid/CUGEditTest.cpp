@@ -8,6 +8,7 @@
 #include "RecordingGrid.h"
 #include "grid/CUGEdit.h"
 #include "grid/CUGMaskedEdit.h"
+#include "grid/CUGTopHdg.h"
 
 namespace {
 
@@ -126,6 +127,30 @@ TEST(CUGEdit, ClickingAnotherCellEndsTheEditAndStoresIt) {
     EXPECT_FALSE(grid.IsEditing());
     EXPECT_STREQ(grid.QuickGetText(0, 0), L"kept");
     EXPECT_EQ(grid.GetCurrentRow(), 2);
+}
+
+// Regression: a press on a heading left the editor open, so a sort moved the rows under it and its
+// text was then stored in whichever row had come to stand there.
+TEST(CUGEdit, APressOnAHeadingEndsTheEditBeforeTheHeadingIsTold) {
+    RecordingGrid grid(3, 3);
+    ASSERT_EQ(grid.StartEdit(2, 2, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "kept");
+    grid.Clear();
+    QTest::mouseClick(grid.GetTopHdgWindow(), Qt::LeftButton, {}, QPoint(150, 10));
+    EXPECT_FALSE(grid.IsEditing());
+    EXPECT_STREQ(grid.QuickGetText(2, 2), L"kept");
+    EXPECT_EQ(grid.log, (std::vector<std::string>{"EditFinish 2 2 kept 0", "SetCell 2 2 kept",
+                                                  "TopHdgLeftClick 1 -1 1", "TopHdgLeftClick 1 -1 0"}));
+}
+
+TEST(CUGEdit, AHeadingPressIsNotReportedWhileTheOwnerKeepsTheEditOpen) {
+    RecordingGrid grid(3, 3);
+    ASSERT_EQ(grid.StartEdit(0, 0, 0), 0);
+    grid.allowEditFinish = 0;
+    grid.Clear();
+    QTest::mouseClick(grid.GetTopHdgWindow(), Qt::LeftButton, {}, QPoint(150, 10));
+    EXPECT_TRUE(grid.IsEditing());
+    EXPECT_FALSE(grid.Logged("TopHdgLeftClick 1 -1 1"));
 }
 
 TEST(CUGEdit, AGridGoesAwaySafelyWhileItsEditorHasTheFocus) {
