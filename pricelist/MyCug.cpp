@@ -14,7 +14,6 @@
 #include "resources/DialogBuilder.h"
 #include "resources/StringTable.h"
 #include "text/CaseRules.h"
-#include "text/Numbers.h"
 
 namespace {
 
@@ -31,10 +30,11 @@ std::wstring TextOf(const CUGCell* cell) {
     return text ? std::wstring(text) : std::wstring();
 }
 
-// The run-time's conversion reads text that is no number as 0; so does a "nan", which would
-// otherwise be unordered against every price.
-double PriceValue(const wchar_t* text) {
-    const double value = WToF(text ? text : L"");
+// A price as the run-time's conversion reads it (text that is no number is 0), which the cell
+// keeps once read, so a sort parses each price once. A "nan" counts as 0 too: it would otherwise
+// be unordered against every price.
+double PriceValue(const CUGCell* cell) {
+    const double value = cell->GetNumber();
     return std::isnan(value) ? 0.0 : value;
 }
 
@@ -378,7 +378,7 @@ int MyCug::OnSortCompare(const CUGCell* cell1, const CUGCell* cell2, int flags) 
     }
     // Texts equal ignoring case read as the same number, so prices need no text comparison.
     if (m_sortCol == kPricePriceColumn)
-        return Sign(PriceValue(cell1->GetText()), PriceValue(cell2->GetText()));
+        return Sign(PriceValue(cell1), PriceValue(cell2));
     switch (cell1->GetDataType()) {
         case UGCELLDATA_NUMBER:
         case UGCELLDATA_BOOL:
