@@ -333,6 +333,9 @@ private:
     // rows under an open editor would store its text in another row. False while the owner keeps
     // the edit open.
     bool FinishEditForPress();
+    // An open editor follows its row when `delta` rows are inserted (1) or deleted (-1) at `row`
+    // before it; when its own row is deleted its text has nowhere to go, and it is put away.
+    void KeepEditorOnItsRow(long row, long delta);
     bool NextEditCell(EditEnd how, int* col, long* row) const;
 
     CUGGrid* m_CUGGrid = nullptr;

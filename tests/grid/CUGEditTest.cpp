@@ -153,6 +153,36 @@ TEST(CUGEdit, AHeadingPressIsNotReportedWhileTheOwnerKeepsTheEditOpen) {
     EXPECT_FALSE(grid.Logged("TopHdgLeftClick 1 -1 1"));
 }
 
+// Regression: rows inserted or deleted under an open editor left it on its old row index, so its
+// text was stored in another row, or in a row that no longer existed.
+TEST(CUGEdit, TheEditorFollowsItsRowWhenRowsComeAndGoBeforeIt) {
+    RecordingGrid grid(3, 4);
+    ASSERT_EQ(grid.StartEdit(2, 2, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "kept");
+    grid.InsertRow(0);
+    EXPECT_EQ(grid.GetEditClass()->geometry().top(), grid.GetCellRect(2, 3).top());
+    grid.DeleteRow(1);
+    grid.DeleteRow(0);
+    EXPECT_EQ(grid.GetEditClass()->geometry().top(), grid.GetCellRect(2, 1).top());
+    grid.InsertRow(3);  // after it: no move
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Return);
+    EXPECT_TRUE(grid.Logged("EditFinish 2 1 kept 0"));
+    EXPECT_STREQ(grid.QuickGetText(2, 1), L"kept");
+}
+
+TEST(CUGEdit, DeletingTheEditedRowPutsItsEditorAwayUnheard) {
+    RecordingGrid grid(3, 3);
+    grid.QuickSetText(2, 2, L"below");
+    ASSERT_EQ(grid.StartEdit(2, 1, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "lost");
+    grid.Clear();
+    grid.DeleteRow(1);
+    EXPECT_FALSE(grid.IsEditing());
+    EXPECT_FALSE(grid.GetEditClass()->isVisible());
+    EXPECT_FALSE(grid.Logged("EditFinish 2 1 lost 0"));
+    EXPECT_STREQ(grid.QuickGetText(2, 1), L"below");
+}
+
 TEST(CUGEdit, AGridGoesAwaySafelyWhileItsEditorHasTheFocus) {
     auto grid = std::make_unique<RecordingGrid>(3, 3);
     grid->activateWindow();

@@ -123,6 +123,21 @@ TEST_F(MyCugTest, UniquenessIgnoresCaseInEveryScript) {
     EXPECT_EQ(MessageBoxes()[0].args[0], L"Block name \x0441\x0442\x0443\x043B is not unique");
 }
 
+TEST_F(MyCugTest, DeletingARowWhoseNameWasRefusedDeletesItWithoutAnotherWord) {
+    Open("Door|450|\nWindow|620|\nDesk|380|\n");
+    ClickCell(0, 1);
+    Type("door");
+    Click(IDC_PRICE_DELETE_ROW);  // the click ends the edit: refused, and the row goes
+    EXPECT_EQ(MessageBoxes().size(), 1u);
+    EXPECT_EQ(Column(0), (std::vector<std::wstring>{L"Door", L"Desk"}));
+    ASSERT_TRUE(Grid().IsEditing());  // Delete Row edits the row that took the deleted one's place
+    EXPECT_EQ(Grid().GetCurrentRow(), 1);
+    Type("Lamp");
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Column(0), (std::vector<std::wstring>{L"Door", L"Lamp"}));
+    EXPECT_EQ(MessageBoxes().size(), 1u);
+}
+
 // --- The drop list of unused blocks --------------------------------------------------------------
 
 class DropListTest : public MyCugTest {
