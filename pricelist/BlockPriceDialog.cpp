@@ -204,7 +204,7 @@ void BlockPriceDialog::OnOpen() {
     if (answer == IDYES && !m_grid.SaveToFile(priceListFileName)) return;
     std::wstring path;
     if (!ChooseFile(IDS_PRICE_TITLE_OPEN, priceListFileName, kExistingFile, path)) return;
-    OpenList(path);
+    (void)OpenList(path);  // a list that cannot be read has been told by the host's alert
 }
 
 bool BlockPriceDialog::OpenList(const std::wstring& path) {

@@ -39,7 +39,7 @@ public:
 
     // What "&Open" does once a file is chosen: attach the grid, load the file, show it. A tool
     // that is given a list to start with opens it this way. False when the file cannot be read.
-    bool OpenList(const std::wstring& path);
+    [[nodiscard]] bool OpenList(const std::wstring& path);
 
     MyCug& Grid() { return m_grid; }
     CStaticEx* MessageLabel() const { return m_messageLabel; }

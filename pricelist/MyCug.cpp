@@ -94,6 +94,7 @@ void MyCug::OnGridSetup() {
     m_sortArrowIndex = AddCellType(&m_sortArrow);
     QuickSetCellType(kPriceNameColumn, -1, m_sortArrowIndex);
     QuickSetCellTypeEx(kPriceNameColumn, -1, UGCT_SORTARROWUP);
+    // The whole current row is drawn highlighted: it is the row the row buttons act on.
     SetHighlightRow(1);
 
     m_blockNames.Load();

@@ -30,11 +30,11 @@ public:
     // --- Operations the dialog uses --------------------------------------------------------
     // Every row with a name and a price, or with neither; else the message in the dialog's label,
     // a beep, the offending cell made current, and false.
-    bool Validate();
+    [[nodiscard]] bool Validate();
     // Part 3.1's load and save; false, after the host's alert, when the file cannot be opened.
     // A failed load leaves the grid as it was.
-    bool LoadFromFile(const std::wstring& path);
-    bool SaveToFile(const std::wstring& path);
+    [[nodiscard]] bool LoadFromFile(const std::wstring& path);
+    [[nodiscard]] bool SaveToFile(const std::wstring& path);
     // Removes every row; clears the modified flag.
     void Clear();
     // Appends an initialised row and starts editing its name.
