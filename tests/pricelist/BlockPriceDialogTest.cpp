@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "grid/CUGMaskedEdit.h"
 #include "pricelist/CStaticEx.h"
 #include "pricelist/CurrentPriceList.h"
 #include "resources/BomTemplate.h"
@@ -66,6 +67,9 @@ TEST_F(BlockPriceDialogTest, AFinishedEditEnablesSaveAndSaveWritesTheList) {
     OpenFile(path);
     ClickCell(1, 1);
     ASSERT_TRUE(Grid().IsEditing());
+    // Every cell is edited in the grid's own masked editor, control 125.
+    EXPECT_NE(qobject_cast<CUGMaskedEdit*>(Grid().GetEditClass()), nullptr);
+    EXPECT_EQ(Grid().GetEditClass()->objectName(), "125");
     EXPECT_EQ(ButtonStates(), "011111");
     Type("99");
     Key(Qt::Key_Return);
