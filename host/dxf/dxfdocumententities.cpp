@@ -1,0 +1,94 @@
+// Read access for views of the drawing: the entities of a space or a block in writing order, the
+// entries of a table, and the tags of any object.
+#include "host/dxf/dxfdocument.h"
+
+#include <functional>
+
+#include "host/dxf/dxfviews.h"
+
+namespace {
+
+// Calls `visit` for the records from `begin` up to but without `end` as they are written: the
+// records edits inserted before a record come before it, those inserted before `end` last.
+void inWritingOrder(const DxfRecords& records, std::uint32_t begin, std::uint32_t end,
+                    const std::function<void(std::uint32_t)>& visit) {
+    std::function<void(std::uint32_t)> insertedBefore = [&](std::uint32_t record) {
+        const std::vector<std::uint32_t>* inserted = records.insertedBefore(record);
+        if (inserted == nullptr) return;
+        for (const std::uint32_t r : *inserted) {
+            insertedBefore(r);
+            visit(r);
+        }
+    };
+    for (std::uint32_t r = begin; r < end; ++r) {
+        insertedBefore(r);
+        visit(r);
+    }
+    insertedBefore(end);
+}
+
+}  // namespace
+
+std::vector<AcDbObjectId> DxfDocument::entityIds(DxfSpace space) const {
+    std::vector<AcDbObjectId> ids;
+    try {
+        if (const DxfSection* entities = m_structure.section("ENTITIES")) {
+            const bool paper = space != DxfSpace::Model;
+            // A sub-entity goes where its owner went; only owners carry the space flag.
+            bool ownerTaken = false;
+            inWritingOrder(m_records, entities->begin + 1, entities->end, [&](std::uint32_t r) {
+                const DxfTagRange tags = m_records.tags(r);
+                const std::string_view type = m_tags.value(tags[0]);
+                if (type != "ATTRIB" && type != "VERTEX" && type != "SEQEND") {
+                    const auto flag = findTag(m_tags, tags, 67);
+                    ownerTaken = (flag && m_tags.integer(tags[*flag]).value_or(0) == 1) == paper;
+                }
+                if (ownerTaken) ids.push_back(idOf(r));
+            });
+        }
+        if (space == DxfSpace::PaperLayouts) {
+            for (const auto& [begin, end] : otherPaperLayouts()) {
+                inWritingOrder(m_records, begin + 1, end,
+                               [&](std::uint32_t r) { ids.push_back(idOf(r)); });
+            }
+        }
+    } catch (const std::exception&) {
+        ids.clear();
+    }
+    return ids;
+}
+
+std::vector<AcDbObjectId> DxfDocument::blockEntityIds(AcDbObjectId blockRecord) const {
+    std::vector<AcDbObjectId> ids;
+    const auto block = blockIndex(blockRecord);
+    if (!block || !m_blockInfo[*block].definition) return ids;
+    const DxfBlockDefinition& definition = m_structure.blocks()[*m_blockInfo[*block].definition];
+    try {
+        inWritingOrder(m_records, definition.begin + 1, definition.end,
+                       [&](std::uint32_t r) { ids.push_back(idOf(r)); });
+    } catch (const std::exception&) {
+        ids.clear();
+    }
+    return ids;
+}
+
+AcDbObjectId DxfDocument::blockBeginId(AcDbObjectId blockRecord) const {
+    const auto block = blockIndex(blockRecord);
+    if (!block || !m_blockInfo[*block].definition) return {};
+    return idOf(m_structure.blocks()[*m_blockInfo[*block].definition].begin);
+}
+
+std::vector<AcDbObjectId> DxfDocument::tableEntryIds(std::string_view kind) const {
+    std::vector<AcDbObjectId> ids;
+    if (const DxfTable* table = m_structure.table(kind)) {
+        ids.reserve(table->entries.size());
+        for (const std::uint32_t entry : table->entries) ids.push_back(idOf(entry));
+    }
+    return ids;
+}
+
+DxfTagRange DxfDocument::tagsOf(AcDbObjectId id) const {
+    const auto record = recordOf(id);
+    if (!record) return DxfTagRange(0, 0);
+    return m_records.tags(*record);
+}
