@@ -81,6 +81,9 @@ public:
     // Read access for views of the drawing. Ids are those every other call hands out; lists are
     // in writing order, edits included, and an ATTRIB, VERTEX or SEQEND follows its owner.
     std::vector<AcDbObjectId> entityIds(DxfSpace space) const;
+    // The records that belong to an entity: a reference's ATTRIBs or a polyline's VERTEXes and
+    // the SEQEND after them.
+    std::vector<AcDbObjectId> entityParts(AcDbObjectId entity) const;
     // The entities of a block's definition, between its BLOCK and ENDBLK.
     std::vector<AcDbObjectId> blockEntityIds(AcDbObjectId blockRecord) const;
     // The BLOCK record that opens the definition (name, flags, base point); null when it has none.

@@ -58,6 +58,25 @@ std::vector<AcDbObjectId> DxfDocument::entityIds(DxfSpace space) const {
     return ids;
 }
 
+std::vector<AcDbObjectId> DxfDocument::entityParts(AcDbObjectId entity) const {
+    // Parts follow their owner in the file, and edits write them right after it too: no edit puts
+    // a record between an entity and its parts.
+    std::vector<AcDbObjectId> parts;
+    const auto record = recordOf(entity);
+    if (!record) return parts;
+    try {
+        for (std::uint32_t r = *record + 1; r < m_records.count(); ++r) {
+            const std::string_view type = m_tags.value(m_records.head(r));
+            if (type != "ATTRIB" && type != "VERTEX" && type != "SEQEND") break;
+            parts.push_back(idOf(r));
+            if (type == "SEQEND") break;
+        }
+    } catch (const std::exception&) {
+        parts.clear();
+    }
+    return parts;
+}
+
 std::vector<AcDbObjectId> DxfDocument::blockEntityIds(AcDbObjectId blockRecord) const {
     std::vector<AcDbObjectId> ids;
     const auto block = blockIndex(blockRecord);

@@ -84,6 +84,8 @@ TEST(DxfEntityAccess, EditsAppearWhereTheyAreWritten) {
     EXPECT_EQ(describe(*document, model),
               (std::vector<std::string>{"INSERT Door", "INSERT Door", "ATTRIB WIDTH", "SEQEND"}));
     EXPECT_EQ(model[1], inserted);
+    EXPECT_EQ(document->entityParts(inserted), (std::vector<AcDbObjectId>{model[2], model[3]}));
+    EXPECT_TRUE(document->entityParts(model[0]).empty());
 
     AcDbObjectId table;
     ASSERT_EQ(document->addBlockTableRecord(L"QTB0001", table), Acad::eOk);
@@ -97,6 +99,22 @@ TEST(DxfEntityAccess, EditsAppearWhereTheyAreWritten) {
     EXPECT_EQ(document->blockEntityIds(table).back(), lineId);
     EXPECT_EQ(describe(*document, {document->blockBeginId(table)}),
               (std::vector<std::string>{"BLOCK QTB0001"}));
+}
+
+TEST(DxfEntityAccess, PartsOfAPolylineInTheFile) {
+    const std::string bytes =
+        "  0\nSECTION\n  2\nENTITIES\n  0\nPOLYLINE\n  8\n0\n 66\n1\n  0\nVERTEX\n  8\n0\n"
+        "  0\nVERTEX\n  8\n0\n  0\nSEQEND\n  8\n0\n  0\nLINE\n  8\n0\n  0\nENDSEC\n  0\nEOF\n";
+    auto read = DxfDocument::readBytes("polyline.dxf", bytes);
+    ASSERT_TRUE(read.isOk()) << read.errorString();
+    const DxfDocument& document = *read.value();
+    const auto model = document.entityIds(DxfSpace::Model);
+    EXPECT_EQ(describe(document, model),
+              (std::vector<std::string>{"POLYLINE", "VERTEX", "VERTEX", "SEQEND", "LINE"}));
+    EXPECT_EQ(document.entityParts(model[0]),
+              (std::vector<AcDbObjectId>{model[1], model[2], model[3]}));
+    EXPECT_TRUE(document.entityParts(model[4]).empty());
+    EXPECT_TRUE(document.entityParts(AcDbObjectId()).empty());
 }
 
 TEST(DxfEntityAccess, TextIsDecodedInTheDrawingsCodePage) {
