@@ -81,6 +81,9 @@ public:
     // Read access for views of the drawing. Ids are those every other call hands out; lists are
     // in writing order, edits included, and an ATTRIB, VERTEX or SEQEND follows its owner.
     std::vector<AcDbObjectId> entityIds(DxfSpace space) const;
+    // The ENTITIES section as it is written: model space and the active layout together (code
+    // 67 tells them apart). Cheaper than entityIds() for a reader that looks at every tag anyway.
+    std::vector<AcDbObjectId> sectionEntityIds() const;
     // The records that belong to an entity: a reference's ATTRIBs or a polyline's VERTEXes and
     // the SEQEND after them.
     std::vector<AcDbObjectId> entityParts(AcDbObjectId entity) const;

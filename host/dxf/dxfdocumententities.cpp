@@ -1,30 +1,43 @@
 // Read access for views of the drawing: the entities of a space or a block in writing order, the
 // entries of a table, and the tags of any object.
 #include "host/dxf/dxfdocument.h"
-
-#include <functional>
-
 #include "host/dxf/dxfviews.h"
 
 namespace {
 
-// Calls `visit` for the records from `begin` up to but without `end` as they are written: the
-// records edits inserted before a record come before it, those inserted before `end` last.
-void inWritingOrder(const DxfRecords& records, std::uint32_t begin, std::uint32_t end,
-                    const std::function<void(std::uint32_t)>& visit) {
-    std::function<void(std::uint32_t)> insertedBefore = [&](std::uint32_t record) {
-        const std::vector<std::uint32_t>* inserted = records.insertedBefore(record);
-        if (inserted == nullptr) return;
-        for (const std::uint32_t r : *inserted) {
-            insertedBefore(r);
-            visit(r);
-        }
-    };
-    for (std::uint32_t r = begin; r < end; ++r) {
-        insertedBefore(r);
+template <typename Visit>
+void visitInsertedBefore(const DxfRecords& records, std::uint32_t record, Visit& visit) {
+    const std::vector<std::uint32_t>* inserted = records.insertedBefore(record);
+    if (inserted == nullptr) return;
+    for (const std::uint32_t r : *inserted) {
+        visitInsertedBefore(records, r, visit);
         visit(r);
     }
-    insertedBefore(end);
+}
+
+// Calls `visit` for the records from `begin` up to but without `end` as they are written: the
+// records edits inserted before a record come before it, those inserted before `end` last.
+template <typename Visit>
+void inWritingOrder(const DxfRecords& records, std::uint32_t begin, std::uint32_t end,
+                    Visit visit) {
+    for (std::uint32_t r = begin; r < end; ++r) {
+        visitInsertedBefore(records, r, visit);
+        visit(r);
+    }
+    visitInsertedBefore(records, end, visit);
+}
+
+// Whether the entity's code 67 puts it in paper space. The code belongs to the common entity
+// data, which ends where the entity's own subclass (the second marker) begins.
+bool inPaperSpace(const DxfTagFile& file, DxfTagRange tags) {
+    int markers = 0;
+    for (std::uint32_t i = 1; i < tags.size(); ++i) {
+        const int code = file.code(tags[i]);
+        if (code == 67) return file.integer(tags[i]).value_or(0) == 1;
+        if (code == 100 && ++markers == 2) break;
+        if (code >= 1000) break;
+    }
+    return false;
 }
 
 }  // namespace
@@ -32,6 +45,7 @@ void inWritingOrder(const DxfRecords& records, std::uint32_t begin, std::uint32_
 std::vector<AcDbObjectId> DxfDocument::entityIds(DxfSpace space) const {
     std::vector<AcDbObjectId> ids;
     try {
+        ids.reserve(m_records.count());
         if (const DxfSection* entities = m_structure.section("ENTITIES")) {
             const bool paper = space != DxfSpace::Model;
             // A sub-entity goes where its owner went; only owners carry the space flag.
@@ -39,10 +53,8 @@ std::vector<AcDbObjectId> DxfDocument::entityIds(DxfSpace space) const {
             inWritingOrder(m_records, entities->begin + 1, entities->end, [&](std::uint32_t r) {
                 const DxfTagRange tags = m_records.tags(r);
                 const std::string_view type = m_tags.value(tags[0]);
-                if (type != "ATTRIB" && type != "VERTEX" && type != "SEQEND") {
-                    const auto flag = findTag(m_tags, tags, 67);
-                    ownerTaken = (flag && m_tags.integer(tags[*flag]).value_or(0) == 1) == paper;
-                }
+                if (type != "ATTRIB" && type != "VERTEX" && type != "SEQEND")
+                    ownerTaken = inPaperSpace(m_tags, tags) == paper;
                 if (ownerTaken) ids.push_back(idOf(r));
             });
         }
@@ -51,6 +63,20 @@ std::vector<AcDbObjectId> DxfDocument::entityIds(DxfSpace space) const {
                 inWritingOrder(m_records, begin + 1, end,
                                [&](std::uint32_t r) { ids.push_back(idOf(r)); });
             }
+        }
+    } catch (const std::exception&) {
+        ids.clear();
+    }
+    return ids;
+}
+
+std::vector<AcDbObjectId> DxfDocument::sectionEntityIds() const {
+    std::vector<AcDbObjectId> ids;
+    try {
+        if (const DxfSection* entities = m_structure.section("ENTITIES")) {
+            ids.reserve(entities->end - entities->begin);
+            inWritingOrder(m_records, entities->begin + 1, entities->end,
+                           [&](std::uint32_t r) { ids.push_back(idOf(r)); });
         }
     } catch (const std::exception&) {
         ids.clear();

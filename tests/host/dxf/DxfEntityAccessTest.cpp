@@ -43,6 +43,8 @@ TEST(DxfEntityAccess, SpacesListTheirOwnEntitiesInFileOrder) {
               (std::vector<std::string>{"INSERT DOOR", "INSERT door", "LINE"}));
     EXPECT_EQ(describe(*document, document->entityIds(DxfSpace::Paper)),
               (std::vector<std::string>{"INSERT DOOR"}));
+    EXPECT_EQ(describe(*document, document->sectionEntityIds()),
+              (std::vector<std::string>{"INSERT DOOR", "INSERT door", "LINE", "INSERT DOOR"}));
     // The references the selection hands out are the same objects.
     const auto model = document->entityIds(DxfSpace::Model);
     EXPECT_EQ(document->blockReferences(DxfSpace::Model)[1].id, model[1]);
@@ -84,6 +86,9 @@ TEST(DxfEntityAccess, EditsAppearWhereTheyAreWritten) {
     EXPECT_EQ(describe(*document, model),
               (std::vector<std::string>{"INSERT Door", "INSERT Door", "ATTRIB WIDTH", "SEQEND"}));
     EXPECT_EQ(model[1], inserted);
+    EXPECT_EQ(describe(*document, document->sectionEntityIds()),
+              (std::vector<std::string>{"INSERT Door", "INSERT Door", "INSERT Door", "ATTRIB WIDTH",
+                                        "SEQEND"}));
     EXPECT_EQ(document->entityParts(inserted), (std::vector<AcDbObjectId>{model[2], model[3]}));
     EXPECT_TRUE(document->entityParts(model[0]).empty());
 
