@@ -2,6 +2,7 @@
 // and the rest, whose primitives are mapped to the screen, cut to it and batched by colour.
 #include "host/desktop/view/scenerenderer.h"
 
+#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -109,8 +110,18 @@ void SceneRenderer::flush(QPainter& painter, Qt::PenStyle style, std::optional<Q
         QPen pen{color.value_or(QColor::fromRgba(batch.color)), 0, style};
         pen.setCosmetic(true);
         painter.setPen(pen);
-        if (!batch.lines.empty())
+        if (style != Qt::SolidLine && !batch.lines.empty()) {
+            // Dashes run on along joined segments, so a dashed circle shows its gaps.
+            QPainterPath path;
+            for (const QLineF& line : batch.lines) {
+                if (path.elementCount() == 0 || path.currentPosition() != line.p1())
+                    path.moveTo(line.p1());
+                path.lineTo(line.p2());
+            }
+            painter.drawPath(path);
+        } else if (!batch.lines.empty()) {
             painter.drawLines(batch.lines.data(), static_cast<int>(batch.lines.size()));
+        }
         if (!batch.points.empty())
             painter.drawPoints(batch.points.data(), static_cast<int>(batch.points.size()));
         batch.lines.clear();
