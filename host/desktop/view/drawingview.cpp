@@ -126,6 +126,7 @@ void DrawingView::setHighlighted(const std::vector<AcDbObjectId>& entities) {
                 m_highlightedIndexes.push_back(static_cast<std::uint32_t>(*index));
         }
     }
+    m_highlightValid = false;
     update();
 }
 
@@ -148,17 +149,22 @@ void DrawingView::ensureCanvas() {
         m_counts = {};
     }
     m_canvasValid = true;
+    m_highlightValid = false;
 }
 
 void DrawingView::paintEvent(QPaintEvent*) {
     ensureCanvas();
-    QPainter painter(this);
-    painter.drawImage(QPointF(0, 0), m_canvas);
-    if (m_renderer && !m_highlightedIndexes.empty()) {
-        m_renderer->renderEntities(painter, m_view, m_highlightedIndexes, Qt::SolidLine,
+    const bool highlighting = m_renderer && !m_highlightedIndexes.empty();
+    if (highlighting && !m_highlightValid) {
+        // The selected entities drawn over themselves: first in the background, then dashed.
+        m_highlightCanvas = m_canvas.copy();
+        m_renderer->renderEntities(m_highlightCanvas, m_view, m_highlightedIndexes, false,
                                    m_background);
-        m_renderer->renderEntities(painter, m_view, m_highlightedIndexes, Qt::DashLine);
+        m_renderer->renderEntities(m_highlightCanvas, m_view, m_highlightedIndexes, true);
+        m_highlightValid = true;
     }
+    QPainter painter(this);
+    painter.drawImage(QPointF(0, 0), highlighting ? m_highlightCanvas : m_canvas);
     paintOverlay(painter);
     m_fitPending = false;
 }

@@ -95,6 +95,8 @@ private:
     bool m_fitPending = false;  // zoom extents once the widget has its size
     QImage m_canvas;            // the drawing as last rendered
     bool m_canvasValid = false;
+    QImage m_highlightCanvas;  // the canvas with the highlighted entities dashed
+    bool m_highlightValid = false;
     SceneRenderer::Counts m_counts;
     OverlayVectors m_vectors;
     std::optional<SceneRect> m_selection;

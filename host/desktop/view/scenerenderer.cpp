@@ -1,18 +1,24 @@
-// Rendering a scene: the entities in view are sorted into dots (written straight into the image)
-// and the rest, whose primitives are mapped to the screen, cut to it and batched by colour.
+// Rendering a scene: the entities in view are sorted into dots and the rest, whose primitives
+// are mapped to the screen, cut to it and written into the image as one-pixel lines. A large
+// frame is shared among threads, each with its own part of the entities; their pixels land in the
+// one image through relaxed atomic stores, and their texts are painted after them.
 #include "host/desktop/view/scenerenderer.h"
 
-#include <QPainterPath>
+#include <QPainter>
 #include <algorithm>
+#include <atomic>
 #include <cmath>
-#include <numbers>
+#include <thread>
 
 namespace {
 
 constexpr int kMaxDepth = 32;        // nesting of block references followed
 constexpr double kDotSize = 1.0;     // boxes smaller than this many pixels are one dot
-constexpr double kClipMargin = 4.0;  // pixels beyond the image that segments keep
+constexpr double kClipMargin = 4.0;  // pixels beyond the image that segments keep at first
 constexpr QRgb kOpaque = 0xFF000000u;
+constexpr std::size_t kEntitiesPerThread = 8000;  // smaller frames are drawn on one thread
+constexpr int kDashOn = 6;                        // pixels of a dash, then of a gap
+constexpr int kDashPeriod = 10;
 
 // Liang-Barsky: cuts the segment to the rectangle; false when nothing is left.
 bool clipSegment(QPointF& a, QPointF& b, const QRectF& r) {
@@ -51,6 +57,9 @@ QColor contrasting(QColor background) {
     return background.lightnessF() > 0.5 ? QColor(Qt::black) : QColor(Qt::white);
 }
 
+// A pixel index for a coordinate: the pixel that holds it.
+int pixel(double coordinate) { return static_cast<int>(std::floor(coordinate)); }
+
 }  // namespace
 
 SceneRenderer::SceneRenderer(const DrawingScene& scene)
@@ -84,135 +93,125 @@ SceneRgb SceneRenderer::resolved(const ScenePrimitive& primitive,
     return primitive.rgb;
 }
 
-QRgb SceneRenderer::entityColor(std::size_t index) const {
-    const SceneEntity& entity = m_scene.entity(index);
-    const SceneShape& shape = m_scene.shapeOf(index);
-    return shown(shape.primitives[entity.firstPrimitive].rgb);
+SceneRenderer::Frame SceneRenderer::frameFor(QImage& image, const ViewTransform& view) const {
+    Frame frame;
+    frame.bits = reinterpret_cast<QRgb*>(image.bits());
+    frame.stride = image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb));
+    frame.width = image.width();
+    frame.height = image.height();
+    frame.clip = QRectF(-kClipMargin, -kClipMargin, frame.width + 2 * kClipMargin,
+                        frame.height + 2 * kClipMargin);
+    frame.toScreen = view.worldToScreen();
+    return frame;
 }
 
-SceneRenderer::Batch& SceneRenderer::batchFor(QRgb color) {
-    if (m_lastBatch < m_batches.size() && m_batches[m_lastBatch].color == color)
-        return m_batches[m_lastBatch];
-    for (std::size_t i = 0; i < m_batches.size(); ++i) {
-        if (m_batches[i].color == color) {
-            m_lastBatch = i;
-            return m_batches[i];
+unsigned SceneRenderer::threadsFor(std::size_t entities) const {
+    const unsigned cores = m_threads != 0 ? m_threads : std::thread::hardware_concurrency();
+    const std::size_t useful = entities / kEntitiesPerThread;
+    return static_cast<unsigned>(std::clamp<std::size_t>(useful, 1, std::max(1u, cores)));
+}
+
+template <typename Draw>
+void SceneRenderer::drawShared(QImage& image, const ViewTransform& view, std::size_t count,
+                               Draw draw) {
+    const unsigned threads = threadsFor(count);
+    std::vector<Frame> frames(threads, frameFor(image, view));
+    {
+        std::vector<std::jthread> workers;
+        for (unsigned t = 1; t < threads; ++t) {
+            workers.emplace_back(
+                [&, t] { draw(frames[t], count * t / threads, count * (t + 1) / threads); });
         }
+        draw(frames[0], 0, count / threads);
     }
-    m_batches.push_back(Batch{color, {}, {}});
-    m_lastBatch = m_batches.size() - 1;
-    return m_batches.back();
-}
-
-void SceneRenderer::flush(QPainter& painter, Qt::PenStyle style, std::optional<QColor> color) {
-    for (Batch& batch : m_batches) {
-        if (batch.lines.empty() && batch.points.empty()) continue;
-        QPen pen{color.value_or(QColor::fromRgba(batch.color)), 0, style};
-        pen.setCosmetic(true);
-        painter.setPen(pen);
-        if (style != Qt::SolidLine && !batch.lines.empty()) {
-            // Dashes run on along joined segments, so a dashed circle shows its gaps.
-            QPainterPath path;
-            for (const QLineF& line : batch.lines) {
-                if (path.elementCount() == 0 || path.currentPosition() != line.p1())
-                    path.moveTo(line.p1());
-                path.lineTo(line.p2());
-            }
-            painter.drawPath(path);
-        } else if (!batch.lines.empty()) {
-            painter.drawLines(batch.lines.data(), static_cast<int>(batch.lines.size()));
-        }
-        if (!batch.points.empty())
-            painter.drawPoints(batch.points.data(), static_cast<int>(batch.points.size()));
-        batch.lines.clear();
-        batch.points.clear();
+    std::vector<DeferredText> texts;
+    for (const Frame& frame : frames) {
+        m_counts.visited += frame.counts.visited;
+        m_counts.dots += frame.counts.dots;
+        m_counts.drawn += frame.counts.drawn;
+        texts.insert(texts.end(), frame.texts.begin(), frame.texts.end());
     }
-}
-
-void SceneRenderer::beginFrame(const ViewTransform& view) {
-    m_toScreen = view.worldToScreen();
-    m_clip = QRectF(-kClipMargin, -kClipMargin, view.size().width() + 2 * kClipMargin,
-                    view.size().height() + 2 * kClipMargin);
-    m_counts = {};
+    m_counts.threads = threads;
+    paintTexts(image, texts, std::nullopt);
 }
 
 void SceneRenderer::render(QImage& image, const ViewTransform& view) {
     image.fill(m_background);
-    beginFrame(view);
-    const SceneTransform toScreen = view.worldToScreen();
+    m_counts = {};
     const SceneRect visible = view.visibleWorld();
-    const double scale = view.pixelsPerUnit();
-    const int width = image.width();
-    const int height = image.height();
-    auto* bits = reinterpret_cast<QRgb*>(image.bits());
-    const qsizetype stride = image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb));
-
-    // Sorting: dots go straight into the image, the rest waits for the painter.
-    m_toDraw.clear();
-    auto sort = [&](std::size_t index, const SceneRect& box) {
-        const double x0 = box.minX * toScreen.m11 + toScreen.dx;
-        const double x1 = box.maxX * toScreen.m11 + toScreen.dx;
-        const double y0 = box.maxY * toScreen.m22 + toScreen.dy;
-        const double y1 = box.minY * toScreen.m22 + toScreen.dy;
-        if (x1 < 0 || y1 < 0 || x0 >= width || y0 >= height) return;
-        ++m_counts.visited;
-        if ((box.maxX - box.minX) * scale < kDotSize && (box.maxY - box.minY) * scale < kDotSize) {
-            const auto x = static_cast<int>((x0 + x1) / 2);
-            const auto y = static_cast<int>((y0 + y1) / 2);
-            if (x >= 0 && y >= 0 && x < width && y < height) {
-                bits[y * stride + x] = entityColor(index);
-                ++m_counts.dots;
-            }
-            return;
-        }
-        m_toDraw.push_back(static_cast<std::uint32_t>(index));
-    };
     const SceneRect extents = m_scene.extents();
     if (visible.contains(extents) || extents.isEmpty()) {
-        // Everything is in view: walk the parts, no index needed.
-        for (std::size_t p = 0; p < m_scene.partCount(); ++p) {
-            const ScenePart& part = m_scene.part(p);
-            const std::size_t start = m_scene.partStart(p);
-            for (std::size_t i = 0; i < part.entities.size(); ++i) {
-                if (!part.entities[i].removed) sort(start + i, part.bounds[i]);
-            }
-        }
-    } else {
-        m_counts.usedIndex = true;
-        m_scene.entitiesIn(visible, m_found);
-        for (const std::uint32_t index : m_found) sort(index, m_scene.boundsOf(index));
+        // Everything is in view: walk the entities in order, no index needed.
+        drawShared(image, view, m_scene.entityCount(),
+                   [this](Frame& frame, std::size_t begin, std::size_t end) {
+                       drawRange(frame, begin, end);
+                   });
+        return;
     }
-
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    m_batches.clear();
-    for (const std::uint32_t index : m_toDraw) drawEntity(painter, index);
-    flush(painter, Qt::SolidLine);
-    m_counts.drawn = m_toDraw.size();
+    m_counts.usedIndex = true;
+    m_scene.entitiesIn(visible, m_found);
+    drawShared(image, view, m_found.size(),
+               [this](Frame& frame, std::size_t begin, std::size_t end) {
+                   drawEntities(frame, std::span(m_found).subspan(begin, end - begin));
+               });
 }
 
-void SceneRenderer::renderEntities(QPainter& painter, const ViewTransform& view,
-                                   std::span<const std::uint32_t> entities, Qt::PenStyle style,
+void SceneRenderer::renderEntities(QImage& image, const ViewTransform& view,
+                                   std::span<const std::uint32_t> entities, bool dashed,
                                    std::optional<QColor> color) {
-    beginFrame(view);
-    m_batches.clear();
-    m_textColor = color;
+    Frame frame = frameFor(image, view);
+    frame.dashed = dashed;
+    if (color) frame.color = color->rgba();
     for (const std::uint32_t index : entities) {
-        if (index < m_scene.entityCount() && !m_scene.entity(index).removed)
-            drawEntity(painter, index);
+        if (index >= m_scene.entityCount()) continue;
+        const SceneEntity& entity = m_scene.entity(index);
+        if (entity.removed) continue;
+        drawShape(frame, m_scene.shapeOf(index), entity.firstPrimitive, entity.primitiveCount,
+                  frame.toScreen, Inherited{}, 0);
     }
-    flush(painter, style, color);
-    m_textColor.reset();
+    paintTexts(image, frame.texts, frame.color);
 }
 
-void SceneRenderer::drawEntity(QPainter& painter, std::size_t index) {
-    const SceneEntity& entity = m_scene.entity(index);
-    // Top-level colours are settled when the scene is built; nothing is inherited here.
-    drawShape(painter, m_scene.shapeOf(index), entity.firstPrimitive, entity.primitiveCount,
-              m_toScreen, Inherited{}, 0);
+void SceneRenderer::drawRange(Frame& frame, std::size_t begin, std::size_t end) {
+    for (std::size_t p = 0; p < m_scene.partCount() && begin < end; ++p) {
+        const ScenePart& part = m_scene.part(p);
+        const std::size_t start = m_scene.partStart(p);
+        const std::size_t stop = start + part.entities.size();
+        for (std::size_t i = std::max(begin, start); i < std::min(end, stop); ++i) {
+            const SceneEntity& entity = part.entities[i - start];
+            if (!entity.removed) sortEntity(frame, part.shape, entity, part.bounds[i - start]);
+        }
+    }
 }
 
-void SceneRenderer::drawShape(QPainter& painter, const SceneShape& shape, std::uint32_t first,
+void SceneRenderer::drawEntities(Frame& frame, std::span<const std::uint32_t> entities) {
+    for (const std::uint32_t index : entities) {
+        sortEntity(frame, m_scene.shapeOf(index), m_scene.entity(index), m_scene.boundsOf(index));
+    }
+}
+
+void SceneRenderer::sortEntity(Frame& frame, const SceneShape& shape, const SceneEntity& entity,
+                               const SceneRect& box) {
+    const SceneTransform& t = frame.toScreen;
+    const double x0 = box.minX * t.m11 + t.dx;
+    const double x1 = box.maxX * t.m11 + t.dx;
+    const double y0 = box.maxY * t.m22 + t.dy;
+    const double y1 = box.minY * t.m22 + t.dy;
+    if (x1 < 0 || y1 < 0 || x0 >= frame.width || y0 >= frame.height) return;
+    ++frame.counts.visited;
+    if (x1 - x0 < kDotSize && y1 - y0 < kDotSize) {
+        // Top-level colours are settled when the scene is built.
+        addPoint(frame, (x0 + x1) / 2, (y0 + y1) / 2,
+                 shown(shape.primitives[entity.firstPrimitive].rgb));
+        ++frame.counts.dots;
+        return;
+    }
+    ++frame.counts.drawn;
+    drawShape(frame, shape, entity.firstPrimitive, entity.primitiveCount, frame.toScreen,
+              Inherited{}, 0);
+}
+
+void SceneRenderer::drawShape(Frame& frame, const SceneShape& shape, std::uint32_t first,
                               std::uint32_t count, const SceneTransform& toScreen,
                               const Inherited& inherited, int depth) {
     for (std::uint32_t p = first; p < first + count; ++p) {
@@ -221,18 +220,19 @@ void SceneRenderer::drawShape(QPainter& painter, const SceneShape& shape, std::u
         const SceneRgb rgb = resolved(primitive, inherited);
         switch (primitive.kind) {
             case ScenePrimitiveKind::Path:
-                drawPath(shape, shape.paths[primitive.index], toScreen, shown(rgb));
+                frame.dashPhase = 0;
+                drawPath(frame, shape, shape.paths[primitive.index], toScreen, shown(rgb));
                 break;
             case ScenePrimitiveKind::Arc:
-                drawArc(shape.arcs[primitive.index], toScreen, shown(rgb));
+                frame.dashPhase = 0;
+                drawArc(frame, shape.arcs[primitive.index], toScreen, shown(rgb));
                 break;
             case ScenePrimitiveKind::Text:
-                drawText(painter, shape.texts[primitive.index], toScreen, shown(rgb));
+                drawText(frame, shape.texts[primitive.index], toScreen, shown(rgb));
                 break;
             case ScenePrimitiveKind::Dot: {
                 const ScenePoint point = toScreen.map(shape.points[primitive.index]);
-                if (m_clip.contains(point.x, point.y))
-                    batchFor(shown(rgb)).points.emplace_back(point.x, point.y);
+                addPoint(frame, point.x, point.y, shown(rgb));
                 break;
             }
             case ScenePrimitiveKind::Reference: {
@@ -240,10 +240,10 @@ void SceneRenderer::drawShape(QPainter& painter, const SceneShape& shape, std::u
                 const SceneReference& reference = shape.references[primitive.index];
                 const SceneTransform transform = reference.transform.then(toScreen);
                 const SceneRect box = transform.mapRect(m_scene.blockBounds()[reference.shape]);
-                if (box.isEmpty() || !meets(box, m_clip)) break;
+                if (box.isEmpty() || !meets(box, frame.clip)) break;
                 if (box.width() < kDotSize && box.height() < kDotSize) {
                     const ScenePoint c = box.center();
-                    batchFor(shown(rgb)).points.emplace_back(c.x, c.y);
+                    addPoint(frame, c.x, c.y, shown(rgb));
                     break;
                 }
                 Inherited inner;
@@ -257,19 +257,59 @@ void SceneRenderer::drawShape(QPainter& painter, const SceneShape& shape, std::u
                     inner.layerShown = !layer.off;
                 }
                 const SceneShape& block = m_scene.block(reference.shape);
-                drawShape(painter, block, 0, block.primitiveCount(), transform, inner, depth + 1);
+                drawShape(frame, block, 0, block.primitiveCount(), transform, inner, depth + 1);
                 break;
             }
         }
     }
 }
 
-void SceneRenderer::addSegment(QPointF a, QPointF b, QRgb color) {
-    if (!(m_clip.contains(a) && m_clip.contains(b)) && !clipSegment(a, b, m_clip)) return;
-    batchFor(color).lines.emplace_back(a, b);
+void SceneRenderer::addPoint(Frame& frame, double x, double y, QRgb color) {
+    const int px = pixel(x);
+    const int py = pixel(y);
+    if (px < 0 || py < 0 || px >= frame.width || py >= frame.height) return;
+    std::atomic_ref<QRgb>(frame.bits[py * frame.stride + px])
+        .store(frame.color.value_or(color), std::memory_order_relaxed);
 }
 
-void SceneRenderer::drawPath(const SceneShape& shape, const ScenePath& path,
+void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
+    // First to the image and its margin (no huge numbers past here), then to its pixels.
+    if (!(frame.clip.contains(a) && frame.clip.contains(b)) && !clipSegment(a, b, frame.clip))
+        return;
+    const QRectF pixels(0, 0, frame.width - 1e-9, frame.height - 1e-9);
+    if (!(pixels.contains(a) && pixels.contains(b)) && !clipSegment(a, b, pixels)) return;
+    const QRgb ink = frame.color.value_or(color);
+    // Bresenham from the pixel holding one end to the pixel holding the other.
+    // Rounding in the cut may leave an end a hair outside: the pixels stay in the image.
+    int x = std::clamp(pixel(a.x()), 0, frame.width - 1);
+    int y = std::clamp(pixel(a.y()), 0, frame.height - 1);
+    const int x1 = std::clamp(pixel(b.x()), 0, frame.width - 1);
+    const int y1 = std::clamp(pixel(b.y()), 0, frame.height - 1);
+    const int dx = std::abs(x1 - x);
+    const int dy = -std::abs(y1 - y);
+    const int sx = x < x1 ? 1 : -1;
+    const int sy = y < y1 ? 1 : -1;
+    int error = dx + dy;
+    for (;;) {
+        if (!frame.dashed || frame.dashPhase % kDashPeriod < kDashOn) {
+            std::atomic_ref<QRgb>(frame.bits[y * frame.stride + x])
+                .store(ink, std::memory_order_relaxed);
+        }
+        if (x == x1 && y == y1) break;
+        ++frame.dashPhase;
+        const int twice = 2 * error;
+        if (twice >= dy) {
+            error += dy;
+            x += sx;
+        }
+        if (twice <= dx) {
+            error += dx;
+            y += sy;
+        }
+    }
+}
+
+void SceneRenderer::drawPath(Frame& frame, const SceneShape& shape, const ScenePath& path,
                              const SceneTransform& toScreen, QRgb color) {
     const ScenePoint* points = shape.points.data() + path.first;
     auto at = [&](std::uint32_t i) {
@@ -278,26 +318,30 @@ void SceneRenderer::drawPath(const SceneShape& shape, const ScenePath& path,
     };
     QPointF previous = at(0);
     if (path.count == 1) {
-        if (m_clip.contains(previous)) batchFor(color).points.push_back(previous);
+        addPoint(frame, previous.x(), previous.y(), color);
         return;
     }
     const QPointF start = previous;
     for (std::uint32_t i = 1; i < path.count; ++i) {
         const QPointF next = at(i);
-        addSegment(previous, next, color);
+        addSegment(frame, previous, next, color);
         previous = next;
     }
-    if (path.closed && path.count > 2) addSegment(previous, start, color);
+    if (path.closed && path.count > 2) addSegment(frame, previous, start, color);
 }
 
-void SceneRenderer::drawArc(const SceneArc& arc, const SceneTransform& toScreen, QRgb color) {
+void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransform& toScreen,
+                            QRgb color) {
     const SceneArc screen{toScreen.map(arc.center), toScreen.mapVector(arc.u),
                           toScreen.mapVector(arc.v), arc.start, arc.end};
-    const SceneRect box = arcBounds(screen);
-    if (!meets(box, m_clip)) return;
+    // A box around the whole ellipse is enough to pass over what lies outside the view.
+    const double rx = std::hypot(screen.u.x, screen.v.x);
+    const double ry = std::hypot(screen.u.y, screen.v.y);
+    const SceneRect box{screen.center.x - rx, screen.center.y - ry, screen.center.x + rx,
+                        screen.center.y + ry};
+    if (!meets(box, frame.clip)) return;
     if (box.width() < kDotSize && box.height() < kDotSize) {
-        const ScenePoint c = box.center();
-        batchFor(color).points.emplace_back(c.x, c.y);
+        addPoint(frame, screen.center.x, screen.center.y, color);
         return;
     }
     // Chords within a quarter pixel of the curve: the angle step is sqrt(2 / radius).
@@ -321,7 +365,16 @@ void SceneRenderer::drawArc(const SceneArc& arc, const SceneTransform& toScreen,
         s = s * cs + c * sn;
         c = nc;
         const QPointF next = point();
-        addSegment(previous, next, color);
+        addSegment(frame, previous, next, color);
         previous = next;
     }
+}
+
+void SceneRenderer::paintTexts(QImage& image, const std::vector<DeferredText>& texts,
+                               std::optional<QRgb> color) {
+    if (texts.empty()) return;
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::TextAntialiasing, true);
+    painter.setFont(m_font);
+    for (const DeferredText& text : texts) paintText(painter, text, color);
 }

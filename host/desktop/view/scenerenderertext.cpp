@@ -1,6 +1,7 @@
 // Texts: laid out in glyph units (one unit is a capital's height) and placed by their frame, so
 // rotation, width factor, obliqueness and mirroring come with the transform. Small texts are a
 // stroke along their box, smaller ones a dot.
+#include <QPainter>
 #include <QString>
 #include <QStringList>
 #include <QTransform>
@@ -35,28 +36,34 @@ QStringList wrapped(const QStringList& paragraphs, double width, Advance advance
 
 }  // namespace
 
-void SceneRenderer::drawText(QPainter& painter, const SceneText& text,
-                             const SceneTransform& toScreen, QRgb color) {
-    const SceneTransform frame = text.frame.then(toScreen);
+void SceneRenderer::drawText(Frame& frame, const SceneText& text, const SceneTransform& toScreen,
+                             QRgb color) {
+    const SceneTransform place = text.frame.then(toScreen);
     const SceneRect estimate = text.estimatedBox();
-    const SceneRect box = frame.mapRect(estimate);
-    if (box.isEmpty() || box.maxX < m_clip.left() || box.minX > m_clip.right() ||
-        box.maxY < m_clip.top() || box.minY > m_clip.bottom())
+    const SceneRect box = place.mapRect(estimate);
+    if (box.isEmpty() || box.maxX < frame.clip.left() || box.minX > frame.clip.right() ||
+        box.maxY < frame.clip.top() || box.minY > frame.clip.bottom())
         return;
     if (box.width() < kDotSize && box.height() < kDotSize) {
         const ScenePoint c = box.center();
-        batchFor(color).points.emplace_back(c.x, c.y);
+        addPoint(frame, c.x, c.y, color);
         return;
     }
-    const double unit = std::hypot(frame.m21, frame.m22);  // pixels a glyph unit, upwards
+    const double unit = std::hypot(place.m21, place.m22);  // pixels a glyph unit, upwards
     if (unit < kReadableHeight) {
         const double middle = (estimate.minY + estimate.maxY) / 2;
-        const ScenePoint a = frame.map({estimate.minX, middle});
-        const ScenePoint b = frame.map({estimate.maxX, middle});
-        addSegment({a.x, a.y}, {b.x, b.y}, color);
+        const ScenePoint a = place.map({estimate.minX, middle});
+        const ScenePoint b = place.map({estimate.maxX, middle});
+        addSegment(frame, {a.x, a.y}, {b.x, b.y}, color);
         return;
     }
+    frame.texts.push_back({&text, toScreen, color});
+}
 
+void SceneRenderer::paintText(QPainter& painter, const DeferredText& deferred,
+                              std::optional<QRgb> color) {
+    const SceneText& text = *deferred.text;
+    const SceneTransform frame = text.frame.then(deferred.toScreen);
     const QString content = QString::fromStdWString(m_scene.textOf(text));
     if (content.trimmed().isEmpty()) return;
     const double k = 1.0 / m_capHeight;  // glyph units a font pixel
@@ -83,8 +90,7 @@ void SceneRenderer::drawText(QPainter& painter, const SceneText& text,
             break;
     }
 
-    painter.setPen(m_textColor.value_or(QColor::fromRgba(color)));
-    painter.setFont(m_font);
+    painter.setPen(QColor::fromRgba(color.value_or(deferred.color)));
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QString& line = lines[i];
         if (line.isEmpty()) continue;
@@ -109,10 +115,10 @@ void SceneRenderer::drawText(QPainter& painter, const SceneText& text,
                 break;
         }
         const double y = baseline - static_cast<double>(i) * text.lineSpacing;
-        // Font pixels (y down) to glyph units (y up), then the frame.
-        const SceneTransform place = SceneTransform{k * sx, 0, 0, -k * sy, x, y}.then(frame);
+        // Font pixels (y down) to glyph units (y up), then the text's frame.
+        const SceneTransform glyphs = SceneTransform{k * sx, 0, 0, -k * sy, x, y}.then(frame);
         painter.setTransform(
-            QTransform(place.m11, place.m12, place.m21, place.m22, place.dx, place.dy));
+            QTransform(glyphs.m11, glyphs.m12, glyphs.m21, glyphs.m22, glyphs.dx, glyphs.dy));
         painter.drawText(QPointF(0, 0), line);
     }
     painter.setTransform(QTransform());
