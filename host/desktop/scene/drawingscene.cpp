@@ -188,7 +188,9 @@ DrawingScene::DrawingScene(const DxfDocument& document, DxfSpace space, unsigned
     const std::vector<AcDbObjectId> ids =
         space == DxfSpace::PaperLayouts ? document.entityIds(space) : document.sectionEntityIds();
     readParts(ids, threads);
-    m_index.build(boxes());
+    SceneRect all;
+    for (const ScenePart& part : m_parts) all.unite(part.shape.bounds);
+    m_index.build(boxes(), all, static_cast<unsigned>(m_parts.size()));
 }
 
 DrawingScene::~DrawingScene() = default;

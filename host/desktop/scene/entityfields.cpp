@@ -25,8 +25,11 @@ bool eightDigits(const char* p, std::uint64_t& value) {
     return true;
 }
 
-// Digits from p on: adds them to the mantissa, counts them, returns where they end.
-const char* digitsOf(const char* p, const char* end, std::uint64_t& mantissa, int& digits) {
+// Digits from p on: adds them to the mantissa, counts them, returns where they end. The sums
+// are kept in locals: written through the references, every byte read could alias them.
+const char* digitsOf(const char* p, const char* end, std::uint64_t& mantissaOut, int& digitsOut) {
+    std::uint64_t mantissa = mantissaOut;
+    int digits = digitsOut;
     std::uint64_t eight = 0;
     while (end - p >= 8 && digits <= 11 && eightDigits(p, eight)) {
         mantissa = mantissa * 100000000ull + eight;
@@ -34,9 +37,11 @@ const char* digitsOf(const char* p, const char* end, std::uint64_t& mantissa, in
         p += 8;
     }
     for (; p < end && *p >= '0' && *p <= '9'; ++p) {
-        if (++digits > 19) return p;
+        if (++digits > 19) break;
         mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
     }
+    mantissaOut = mantissa;
+    digitsOut = digits;
     return p;
 }
 

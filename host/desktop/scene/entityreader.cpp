@@ -70,13 +70,20 @@ SceneEntityReader::SceneEntityReader(const DxfDocument& document, const SceneLay
       m_types(types),
       m_blocks(blocks) {}
 
-std::uint16_t SceneEntityReader::typeNumber(std::string_view type) {
-    for (const auto& [name, number] : m_typeCache) {
-        if (name == type) return number;
+const SceneEntityReader::TypeInfo& SceneEntityReader::typeInfo(std::string_view type) {
+    // The type last met first: entities come in runs of one type.
+    if (m_lastType < m_typeCache.size() && m_typeCache[m_lastType].name == type)
+        return m_typeCache[m_lastType];
+    for (std::size_t i = 0; i < m_typeCache.size(); ++i) {
+        if (m_typeCache[i].name == type) {
+            m_lastType = i;
+            return m_typeCache[i];
+        }
     }
-    const std::uint16_t number = m_types.intern(type);
-    m_typeCache.emplace_back(std::string(type), number);
-    return number;
+    const bool part = type == "SEQEND" || type == "VERTEX" || type == "ATTRIB";
+    m_typeCache.push_back({std::string(type), m_types.intern(type), handlerFor(type), part});
+    m_lastType = m_typeCache.size() - 1;
+    return m_typeCache.back();
 }
 
 std::size_t SceneEntityReader::layerOf(std::string_view nameBytes) {
@@ -138,26 +145,25 @@ SceneEntityRead SceneEntityReader::read(std::span<const AcDbObjectId> ids, std::
     if (at >= ids.size()) return result;
     const DxfTagRange tags = m_document.tagsOf(ids[at]);
     const std::string_view type = tags.size() == 0 ? std::string_view() : m_file.value(tags[0]);
-    result.type = typeNumber(type);
+    const TypeInfo& info = typeInfo(type);
+    result.type = info.number;
     // Vertices and attributes belong to the entity before them; alone they are skipped.
-    if (type == "SEQEND" || type == "VERTEX" || type == "ATTRIB") return result;
+    if (info.part) return result;
     Entity entity{ids, at, &shape, {}, {}, 1, inBlock};
-    m_referenceBounds = {};
     m_fields.read(m_file, tags);
     const Handler handler =
-        paperSpace && (m_fields.integer(67, 0) == 1) != *paperSpace ? nullptr : handlerFor(type);
+        paperSpace && (m_fields.integer(67, 0) == 1) != *paperSpace ? nullptr : info.handler;
     bool selectable = false;
-    const std::uint32_t first = shape.primitiveCount();
+    // The shape's box grows with each primitive added: here it measures this entity's alone.
+    const SceneRect before = shape.bounds;
+    shape.bounds = {};
     if (handler != nullptr && readStyle(entity, selectable)) (this->*handler)(entity);
-    if (entity.records == 1 && (type == "INSERT" || type == "POLYLINE"))
-        entity.records = ownedRecords(entity);
+    // A polyline not drawn still owns its vertices (stray parts would be passed over anyway).
+    if (entity.records == 1 && type == "POLYLINE") entity.records = ownedRecords(entity);
     result.records = entity.records;
-    for (std::uint32_t p = first; p < shape.primitiveCount(); ++p) {
-        const ScenePrimitive& primitive = shape.primitives[p];
-        if (primitive.kind != ScenePrimitiveKind::Reference)
-            result.bounds.unite(primitiveBounds(shape, primitive, {}));
-    }
-    result.bounds.unite(m_referenceBounds);
+    result.bounds = shape.bounds;
+    shape.bounds = before;
+    shape.bounds.unite(result.bounds);
     result.selectable = selectable && !result.bounds.isEmpty();
     return result;
 }
@@ -256,13 +262,12 @@ void SceneEntityReader::readInsert(Entity& entity) {
                                           .then(toWorld);
                 reference.layer = static_cast<std::uint16_t>(layerIndex);
                 entity.shape->addReference(reference, style.color, style.inherits);
-                const SceneRect box = reference.transform.mapRect(block->bounds);
-                entity.shape->bounds.unite(box);
-                m_referenceBounds.unite(box);
+                entity.shape->bounds.unite(reference.transform.mapRect(block->bounds));
             }
         }
     }
-    readAttributes(entity, style);
+    // Attributes follow only a reference that says so (66 1).
+    if (m_fields.integer(66, 0) == 1) readAttributes(entity, style);
 }
 
 void SceneEntityReader::readAttributes(Entity& entity, const Style& referenceStyle) {
@@ -304,5 +309,4 @@ void SceneEntityReader::readDimension(Entity& entity) {
     reference.layer = static_cast<std::uint16_t>(m_lastLayer);
     entity.shape->addReference(reference, entity.style.color, entity.style.inherits);
     entity.shape->bounds.unite(block->bounds);
-    m_referenceBounds.unite(block->bounds);
 }

@@ -71,8 +71,15 @@ private:
     Handler handlerFor(std::string_view type) const;
     // The layer an entity names, from the reader's own list before the table.
     std::size_t layerOf(std::string_view nameBytes);
-    // The type's number, from the reader's own list before the shared one.
-    std::uint16_t typeNumber(std::string_view type);
+    // What the reader knows of a type: its number (from the reader's own list before the shared
+    // one), its handler, and whether it is a part of the entity before it.
+    struct TypeInfo {
+        std::string name;
+        std::uint16_t number = 0;
+        Handler handler = nullptr;
+        bool part = false;
+    };
+    const TypeInfo& typeInfo(std::string_view type);
     // Resolves layer visibility and colour; false when the entity is not drawn at all.
     bool readStyle(Entity& entity, bool& selectable);
     Style styleOf(const SceneFields& fields, std::size_t layer, bool inBlock) const;
@@ -118,8 +125,8 @@ private:
     SceneFields m_partFields;  // a polyline's vertices
     std::vector<std::pair<std::string_view, std::size_t>> m_layerCache;
     std::size_t m_lastLayer = 0;  // of the entity being read
-    std::vector<std::pair<std::string, std::uint16_t>> m_typeCache;
-    SceneRect m_referenceBounds;  // of the references the entity being read added
+    std::vector<TypeInfo> m_typeCache;
+    std::size_t m_lastType = 0;
 };
 
 // A polyline's vertex with the bulge of the segment that starts at it.

@@ -1,7 +1,9 @@
 // Building the grid with a counting sort, and walking the cells a rectangle covers.
 #include "host/desktop/scene/scenegridindex.h"
 
+#include <bit>
 #include <cmath>
+#include <thread>
 
 namespace {
 
@@ -22,10 +24,17 @@ float up(double value) {
 }
 
 std::uint32_t clampedCell(double offset, double cellsPerUnit, std::uint32_t cells) {
-    const double index = std::floor(offset * cellsPerUnit);
+    const double index = offset * cellsPerUnit;
     if (!(index > 0)) return 0;
     if (index >= cells) return cells - 1;
-    return static_cast<std::uint32_t>(index);
+    return static_cast<std::uint32_t>(index);  // truncation is the floor of what is positive
+}
+
+// floor(log2(x)) for a positive, finite x, read from the double's exponent bits.
+int binaryExponent(double x) {
+    const auto bits = std::bit_cast<std::uint64_t>(x);
+    const auto exponent = static_cast<int>((bits >> 52) & 0x7FF);
+    return exponent == 0 ? -1023 : exponent - 1023;
 }
 
 }  // namespace
@@ -35,7 +44,8 @@ std::uint32_t SceneGridIndex::cellOf(const SceneRect& box) const {
     int level = m_levels - 1;
     if (extent > 0) {
         // The finest level whose cells are no smaller than the box: 2^level <= size / extent.
-        const int fits = std::ilogb(m_size / extent);
+        const double ratio = m_size / extent;
+        const int fits = std::isfinite(ratio) ? binaryExponent(ratio) : m_levels;
         level = fits < 0 ? 0 : std::min(m_levels - 1, fits);
     }
     const std::uint32_t cells = 1u << level;
@@ -45,23 +55,17 @@ std::uint32_t SceneGridIndex::cellOf(const SceneRect& box) const {
     return m_levelStart[static_cast<std::size_t>(level)] + y * cells + x;
 }
 
-void SceneGridIndex::build(const Boxes& boxes) {
+void SceneGridIndex::build(const Boxes& boxes, const SceneRect& all, unsigned threads) {
     m_items.clear();
     m_added.clear();
-    SceneRect all;
-    std::uint32_t filled = 0;
-    boxes.forEach([&](std::uint32_t, const SceneRect& box) {
-        if (box.isEmpty()) return;
-        all.unite(box);
-        ++filled;
-    });
     m_originX = all.isEmpty() ? 0.0 : all.minX;
     m_originY = all.isEmpty() ? 0.0 : all.minY;
     m_size = std::max(all.width(), all.height());
     if (!(m_size > 0) || !std::isfinite(m_size)) m_size = 1.0;
     // About sixteen items a cell at the finest level when they spread evenly.
+    const std::uint32_t count = boxes.size();
     m_levels = 1;
-    while (m_levels < kMaxLevels && (std::size_t{1} << (2 * (m_levels - 1))) * 16 < filled)
+    while (m_levels < kMaxLevels && (std::size_t{1} << (2 * (m_levels - 1))) * 16 < count)
         ++m_levels;
     m_levelStart.assign(static_cast<std::size_t>(m_levels) + 1, 0);
     for (int level = 0; level < m_levels; ++level)
@@ -69,19 +73,33 @@ void SceneGridIndex::build(const Boxes& boxes) {
             m_levelStart[static_cast<std::size_t>(level)] + (1u << (2 * level));
     const std::uint32_t cellCount = m_levelStart.back();
 
-    // Counting sort by cell: count, sum up, place.
+    // The cell of each item, in shares side by side; then a counting sort by cell.
     constexpr std::uint32_t kNoCell = ~0u;
-    std::vector<std::uint32_t> cellOfItem(boxes.size(), kNoCell);
+    std::vector<std::uint32_t> cellOfItem(count, kNoCell);
+    auto findCells = [&](std::uint32_t begin, std::uint32_t end) {
+        boxes.forEach(begin, end, [&](std::uint32_t i, const SceneRect& box) {
+            if (!box.isEmpty()) cellOfItem[i] = cellOf(box);
+        });
+    };
+    const unsigned shares = std::max(1u, std::min(threads, count / 2048 + 1));
+    {
+        std::vector<std::jthread> workers;
+        for (unsigned t = 1; t < shares; ++t)
+            workers.emplace_back(findCells, count / shares * t,
+                                 t + 1 == shares ? count : count / shares * (t + 1));
+        findCells(0, shares == 1 ? count : count / shares);
+    }
     m_cellStart.assign(static_cast<std::size_t>(cellCount) + 1, 0);
-    boxes.forEach([&](std::uint32_t i, const SceneRect& box) {
-        if (box.isEmpty()) return;
-        cellOfItem[i] = cellOf(box);
-        ++m_cellStart[cellOfItem[i] + 1];
-    });
+    std::uint32_t filled = 0;
+    for (const std::uint32_t cell : cellOfItem) {
+        if (cell == kNoCell) continue;
+        ++m_cellStart[cell + 1];
+        ++filled;
+    }
     for (std::uint32_t c = 0; c < cellCount; ++c) m_cellStart[c + 1] += m_cellStart[c];
     m_items.resize(filled);
     std::vector<std::uint32_t> next(m_cellStart.begin(), m_cellStart.end() - 1);
-    for (std::uint32_t i = 0; i < cellOfItem.size(); ++i) {
+    for (std::uint32_t i = 0; i < count; ++i) {
         if (cellOfItem[i] != kNoCell) m_items[next[cellOfItem[i]]++] = i;
     }
     // Rounded outwards: a coarse box may meet a rectangle its item only touches, never less.

@@ -4,6 +4,7 @@
 // keeps item numbers only: the boxes stay with their owner, which hands them over on each call.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -24,11 +25,14 @@ public:
         while (l > 0 && m_starts[l] > i) --l;
         return m_lists[l][i - m_starts[l]];
     }
+    // Visits the boxes begin..end-1 in order.
     template <typename Visit>
-    void forEach(Visit visit) const {
-        std::uint32_t i = 0;
-        for (const auto& list : m_lists) {
-            for (const SceneRect& box : list) visit(i++, box);
+    void forEach(std::uint32_t begin, std::uint32_t end, Visit visit) const {
+        for (std::size_t l = 0; l < m_lists.size(); ++l) {
+            const std::uint32_t first = std::max(begin, m_starts[l]);
+            const std::uint32_t last =
+                std::min(end, m_starts[l] + static_cast<std::uint32_t>(m_lists[l].size()));
+            for (std::uint32_t i = first; i < last; ++i) visit(i, m_lists[l][i - m_starts[l]]);
         }
     }
 
@@ -42,8 +46,9 @@ class SceneGridIndex {
 public:
     using Boxes = SceneBoxLists;
 
-    // Items 0..boxes.size()-1; empty boxes are left out.
-    void build(const Boxes& boxes);
+    // Items 0..boxes.size()-1, all within `all`; empty boxes are left out. The cells of the
+    // items are found by up to `threads` threads.
+    void build(const Boxes& boxes, const SceneRect& all, unsigned threads = 1);
     void insert(std::uint32_t item, const SceneRect& box);
     // Appends the items whose box meets `rect`, each once, in no particular order.
     void query(const SceneRect& rect, const Boxes& boxes, std::vector<std::uint32_t>& out) const;

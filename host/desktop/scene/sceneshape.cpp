@@ -103,6 +103,12 @@ void SceneShape::clear() { *this = SceneShape(); }
 
 SceneRect arcBounds(const SceneArc& arc) {
     SceneRect box;
+    if (arc.end - arc.start >= 2 * std::numbers::pi) {
+        // A whole ellipse reaches sqrt(u.x^2 + v.x^2) either side in x, likewise in y.
+        const double rx = std::hypot(arc.u.x, arc.v.x);
+        const double ry = std::hypot(arc.u.y, arc.v.y);
+        return {arc.center.x - rx, arc.center.y - ry, arc.center.x + rx, arc.center.y + ry};
+    }
     box.add(arc.at(arc.start));
     box.add(arc.at(arc.end));
     // Where x or y turn: the derivative -u sin t + v cos t is zero there.

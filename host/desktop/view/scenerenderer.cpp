@@ -47,6 +47,11 @@ bool clipSegment(QPointF& a, QPointF& b, const QRectF& r) {
     return true;
 }
 
+// QRectF::contains, without a call into the library for every end of every segment.
+bool inside(QPointF p, const QRectF& r) {
+    return p.x() >= r.left() && p.x() <= r.right() && p.y() >= r.top() && p.y() <= r.bottom();
+}
+
 bool meets(const SceneRect& box, const QRectF& r) {
     return box.minX <= r.right() && box.maxX >= r.left() && box.minY <= r.bottom() &&
            box.maxY >= r.top();
@@ -57,8 +62,12 @@ QColor contrasting(QColor background) {
     return background.lightnessF() > 0.5 ? QColor(Qt::black) : QColor(Qt::white);
 }
 
-// A pixel index for a coordinate: the pixel that holds it.
-int pixel(double coordinate) { return static_cast<int>(std::floor(coordinate)); }
+// A pixel index for a coordinate: the pixel that holds it (a floor without a library call;
+// coordinates here are cut to the image first).
+int pixel(double coordinate) {
+    const auto truncated = static_cast<int>(coordinate);
+    return truncated - (coordinate < truncated ? 1 : 0);
+}
 
 }  // namespace
 
@@ -265,19 +274,23 @@ void SceneRenderer::drawShape(Frame& frame, const SceneShape& shape, std::uint32
 }
 
 void SceneRenderer::addPoint(Frame& frame, double x, double y, QRgb color) {
+    if (!(x >= 0 && y >= 0 && x < frame.width && y < frame.height)) return;
     const int px = pixel(x);
     const int py = pixel(y);
-    if (px < 0 || py < 0 || px >= frame.width || py >= frame.height) return;
     std::atomic_ref<QRgb>(frame.bits[py * frame.stride + px])
         .store(frame.color.value_or(color), std::memory_order_relaxed);
 }
 
 void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
     // First to the image and its margin (no huge numbers past here), then to its pixels.
-    if (!(frame.clip.contains(a) && frame.clip.contains(b)) && !clipSegment(a, b, frame.clip))
-        return;
+    if (!(inside(a, frame.clip) && inside(b, frame.clip))) {
+        if (!(std::isfinite(a.x()) && std::isfinite(a.y()) && std::isfinite(b.x()) &&
+              std::isfinite(b.y())) ||
+            !clipSegment(a, b, frame.clip))
+            return;
+    }
     const QRectF pixels(0, 0, frame.width - 1e-9, frame.height - 1e-9);
-    if (!(pixels.contains(a) && pixels.contains(b)) && !clipSegment(a, b, pixels)) return;
+    if (!(inside(a, pixels) && inside(b, pixels)) && !clipSegment(a, b, pixels)) return;
     const QRgb ink = frame.color.value_or(color);
     // Bresenham from the pixel holding one end to the pixel holding the other.
     // Rounding in the cut may leave an end a hair outside: the pixels stay in the image.
@@ -286,25 +299,40 @@ void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
     const int x1 = std::clamp(pixel(b.x()), 0, frame.width - 1);
     const int y1 = std::clamp(pixel(b.y()), 0, frame.height - 1);
     const int dx = std::abs(x1 - x);
-    const int dy = -std::abs(y1 - y);
-    const int sx = x < x1 ? 1 : -1;
-    const int sy = y < y1 ? 1 : -1;
-    int error = dx + dy;
-    for (;;) {
-        if (!frame.dashed || frame.dashPhase % kDashPeriod < kDashOn) {
-            std::atomic_ref<QRgb>(frame.bits[y * frame.stride + x])
-                .store(ink, std::memory_order_relaxed);
+    const int dy = std::abs(y1 - y);
+    const qsizetype stepX = x < x1 ? 1 : -1;
+    const qsizetype stepY = y < y1 ? frame.stride : -frame.stride;
+    QRgb* at = frame.bits + y * frame.stride + x;
+    auto plot = [&](QRgb* p) { std::atomic_ref<QRgb>(*p).store(ink, std::memory_order_relaxed); };
+    // Along the longer axis one pixel a step; the shorter one steps when the error says so.
+    const bool xMajor = dx >= dy;
+    const int steps = xMajor ? dx : dy;
+    const qsizetype major = xMajor ? stepX : stepY;
+    const qsizetype minor = xMajor ? stepY : stepX;
+    const int along = xMajor ? dx : dy;
+    const int across = xMajor ? dy : dx;
+    int error = along / 2;
+    if (!frame.dashed) {
+        plot(at);
+        for (int i = 0; i < steps; ++i) {
+            at += major;
+            error -= across;
+            if (error < 0) {
+                error += along;
+                at += minor;
+            }
+            plot(at);
         }
-        if (x == x1 && y == y1) break;
-        ++frame.dashPhase;
-        const int twice = 2 * error;
-        if (twice >= dy) {
-            error += dy;
-            x += sx;
-        }
-        if (twice <= dx) {
-            error += dx;
-            y += sy;
+        return;
+    }
+    for (int i = 0;; ++i, ++frame.dashPhase) {
+        if (frame.dashPhase % kDashPeriod < kDashOn) plot(at);
+        if (i == steps) break;
+        at += major;
+        error -= across;
+        if (error < 0) {
+            error += along;
+            at += minor;
         }
     }
 }
@@ -348,8 +376,8 @@ void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransf
     const double radius =
         std::max(std::hypot(screen.u.x, screen.u.y), std::hypot(screen.v.x, screen.v.y));
     const double sweep = arc.end - arc.start;
-    const int steps =
-        std::clamp(static_cast<int>(std::ceil(sweep * std::sqrt(radius / 2))), 4, 4096);
+    const double wanted = std::ceil(sweep * std::sqrt(radius / 2));
+    const int steps = !(wanted < 4096) ? 4096 : std::max(4, static_cast<int>(wanted));
     const double step = sweep / steps;
     const double cs = std::cos(step);
     const double sn = std::sin(step);

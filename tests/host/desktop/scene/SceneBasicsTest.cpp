@@ -200,7 +200,9 @@ TEST(SceneGridIndex, QueriesFindWhatABruteForceSearchFinds) {
     SceneBoxLists lists;
     lists.add(std::span<const SceneRect>(boxes).first(4000));
     lists.add(std::span<const SceneRect>(boxes).subspan(4000));
-    index.build(lists);
+    SceneRect all;
+    for (const SceneRect& box : boxes) all.unite(box);
+    index.build(lists, all, 3);
     EXPECT_EQ(index.size(), 4999u);
     EXPECT_GT(index.levels(), 3);
     for (int q = 0; q < 200; ++q) {
@@ -225,7 +227,7 @@ TEST(SceneGridIndex, ItemsAddedLaterAreFound) {
     SceneGridIndex index;
     SceneBoxLists lists;
     lists.add(boxes);
-    index.build(lists);
+    index.build(lists, {0, 0, 11, 11});
     boxes.push_back({100, 100, 101, 101});  // far outside what the grid covers
     SceneBoxLists grown;
     grown.add(boxes);
