@@ -64,6 +64,13 @@ public:
     void replace(std::uint32_t record, std::vector<std::uint32_t> tags);
     // The tags of a record, as a list to edit and hand back to replace().
     std::vector<std::uint32_t> tagList(std::uint32_t record) const;
+    // The records inserted before this one, in writing order; each may have its own. Null when
+    // there are none.
+    const std::vector<std::uint32_t>* insertedBefore(std::uint32_t record) const {
+        if (m_insertedBefore.empty()) return nullptr;
+        const auto it = m_insertedBefore.find(record);
+        return it == m_insertedBefore.end() ? nullptr : &it->second;
+    }
 
     // The whole drawing in order: the file's prefix, every record, the bytes after "0 EOF".
     void write(const DxfTagFile& tags, const DxfSink& sink) const;
