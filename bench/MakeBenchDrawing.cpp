@@ -1,7 +1,8 @@
 // Writes the benchmark drawing: an R2018 ASCII DXF with many block references over a set of block
 // names and a share of other entities, as AutoCAD writes them. Deterministic for given arguments.
 //
-// Usage: dxf_bench_drawing OUTPUT [REFERENCES [NAMES]]     (defaults 1000000 and 200)
+// Usage: dxf_bench_drawing OUTPUT [REFERENCES [NAMES [SEED]]]     (defaults 1000000, 200 and 0)
+// Drawings of other seeds place and name their references otherwise.
 #include <charconv>
 #include <cinttypes>
 #include <cstdio>
@@ -16,6 +17,7 @@ namespace {
 // A small linear congruential generator, so every run writes the same file.
 class Random {
 public:
+    explicit Random(std::uint64_t seed) : m_state(0x5eed + seed) {}
     std::uint64_t next() {
         m_state = m_state * 6364136223846793005ull + 1442695040888963407ull;
         return m_state >> 33;
@@ -23,7 +25,7 @@ public:
     double coordinate() { return static_cast<double>(next() % 100000000) / 997.0 - 50000.0; }
 
 private:
-    std::uint64_t m_state = 0x5eed;
+    std::uint64_t m_state;
 };
 
 class Writer {
@@ -197,8 +199,8 @@ void otherEntity(Writer& w, Random& random) {
     }
 }
 
-void entities(Writer& w, long references, int names) {
-    Random random;
+void entities(Writer& w, long references, int names, std::uint64_t seed) {
+    Random random(seed);
     w.tag(0, "SECTION");
     w.tag(2, "ENTITIES");
     for (long i = 0; i < references; ++i) {
@@ -244,11 +246,12 @@ void header(Writer& w, std::uint64_t handleSeed) {
 
 int main(int argc, char** argv) {
     if (argc < 2) {
-        std::fprintf(stderr, "usage: %s OUTPUT [REFERENCES [NAMES]]\n", argv[0]);
+        std::fprintf(stderr, "usage: %s OUTPUT [REFERENCES [NAMES [SEED]]]\n", argv[0]);
         return 2;
     }
     const long references = argc > 2 ? std::atol(argv[2]) : 1000000;
     const int names = argc > 3 ? std::atoi(argv[3]) : 200;
+    const std::uint64_t randomSeed = argc > 4 ? std::strtoull(argv[4], nullptr, 10) : 0;
     if (references < 0 || names < 1) {
         std::fprintf(stderr, "%s: REFERENCES must be 0 or more, NAMES 1 or more\n", argv[0]);
         return 2;
@@ -270,7 +273,7 @@ int main(int argc, char** argv) {
     const std::vector<std::uint64_t> records = recordHandles(w, names);
     tables(w, records);
     blocks(w, records);
-    entities(w, references, names);
+    entities(w, references, names, randomSeed);
     objects(w);
     w.tag(0, "EOF");
     if (w.seed() != seed) {

@@ -51,18 +51,26 @@ bool BomCalculation::SelectBlockReferences(ads_name& selectionSet) {
     return acedSSGet(nullptr, nullptr, nullptr, &filter, selectionSet) == RTNORM;
 }
 
-void BomCalculation::Count(const std::wstring& lowerName) {
+void BomCalculation::BeginCounting() { RebuildNameIndex(); }
+
+int BomCalculation::CountBlock(const std::wstring& name, std::int32_t references) {
+    if (references <= 0) return -1;
+    std::wstring lowerName = MakeLower(name);
     std::wstring key = FoldCase(lowerName);
     const auto found = m_nameIndex.find(key);
     if (found != m_nameIndex.end()) {
         ResultString& row = m_results[found->second];
-        row.quantity += 1;
-        row.total += row.price;
-        return;
+        row.quantity += references;
+        // One addition a reference, as counting them one by one gives: the same total to the bit.
+        if (row.price != 0.0) {
+            for (std::int32_t i = 0; i < references; ++i) row.total += row.price;
+        }
+        return static_cast<int>(found->second);
     }
-    if (m_listOnlyPricedBlocks) return;
-    m_results.push_back(ResultString{lowerName, 0.0, 1, {}, 0.0});
+    if (m_listOnlyPricedBlocks) return -1;
+    m_results.push_back(ResultString{std::move(lowerName), 0.0, references, {}, 0.0});
     m_nameIndex.emplace(std::move(key), m_results.size() - 1);
+    return static_cast<int>(m_results.size() - 1);
 }
 
 bool BomCalculation::CountSelection() {
@@ -88,7 +96,7 @@ bool BomCalculation::CountSelection() {
             acedAlert(L"\nCannot open the object BlockTableRecord");
             return false;
         }
-        Count(MakeLower(std::move(name)));
+        CountBlock(name, 1);
     }
     return true;
 }

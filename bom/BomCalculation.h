@@ -21,6 +21,15 @@ public:
     // The selection prompt, filtered to INSERT entities; true only on RTNORM.
     bool SelectBlockReferences(ads_name& selectionSet);
 
+    // Counting for hosts that select and name the references themselves (several drawings at
+    // once, a dynamic block under its own name, references nested in blocks): the rows, the name
+    // index and the rules of CountSelection, without the prompt. BeginCounting builds the index
+    // as CountSelection does first; CountBlock then counts `references` (> 0) references of the
+    // block `name` and answers the index of the row that took them, or -1 when the block is left
+    // out (not priced while only priced blocks are listed).
+    void BeginCounting();
+    int CountBlock(const std::wstring& name, std::int32_t references);
+
     const std::vector<ResultString>& Results() const { return m_results; }
     // How the price list was encoded, for files written from these rows.
     const TextFormat& PriceListFormat() const { return m_priceListFormat; }
@@ -30,7 +39,6 @@ public:
 
 private:
     void RebuildNameIndex();
-    void Count(const std::wstring& lowerName);
 
     std::vector<ResultString> m_results;
     std::unordered_map<std::wstring, std::size_t> m_nameIndex;  // by case-folded name

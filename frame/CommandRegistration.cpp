@@ -3,7 +3,8 @@
 
 #include <iterator>
 
-#include "frame/CommandHandlers.h"
+#include "frame/BlockPriceCmd.h"
+#include "frame/CalcPriceCmd.h"
 
 namespace {
 

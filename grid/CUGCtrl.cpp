@@ -224,13 +224,17 @@ int CUGCtrl::AppendRow() {
 int CUGCtrl::InsertRow(long row) {
     if (row < 0 || row > m_GI->m_numberRows) return UG_ERROR;
     m_GI->m_dataSource->InsertRow(row);
-    return SetNumberRows(m_GI->m_numberRows + 1);
+    const int result = SetNumberRows(m_GI->m_numberRows + 1);
+    KeepEditorOnItsRow(row, 1);
+    return result;
 }
 
 int CUGCtrl::DeleteRow(long row) {
     if (row < 0 || row >= m_GI->m_numberRows) return UG_ERROR;
     m_GI->m_dataSource->DeleteRow(row);
-    return SetNumberRows(m_GI->m_numberRows - 1);
+    const int result = SetNumberRows(m_GI->m_numberRows - 1);
+    KeepEditorOnItsRow(row, -1);
+    return result;
 }
 
 // --- Sheets and tabs -----------------------------------------------------------------------

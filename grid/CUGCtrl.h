@@ -308,7 +308,9 @@ private:
     int QuickModify(int col, long row, Change change);
     friend class CUGEdit;
     friend class CUGGrid;
+    friend class CUGSideHdg;
     friend class CUGTab;
+    friend class CUGTopHdg;
 
     enum class EditEnd { Enter, Cancel, FocusLost, NextCol, PrevCol, PrevRow, NextRow };
     struct PendingEdit {
@@ -327,6 +329,13 @@ private:
     int CellAreaWidth() const;
     int CellAreaHeight() const;
     void EditFinished(EditEnd how);
+    // A press in a heading ends an edit first, as one in the cell area does: sorting or moving
+    // rows under an open editor would store its text in another row. False while the owner keeps
+    // the edit open.
+    bool FinishEditForPress();
+    // An open editor follows its row when `delta` rows are inserted (1) or deleted (-1) at `row`
+    // before it; when its own row is deleted its text has nowhere to go, and it is put away.
+    void KeepEditorOnItsRow(long row, long delta);
     bool NextEditCell(EditEnd how, int* col, long* row) const;
 
     CUGGrid* m_CUGGrid = nullptr;

@@ -50,6 +50,28 @@ int CUGCtrl::StartEdit(int col, long row, int key) {
     return UG_SUCCESS;
 }
 
+bool CUGCtrl::FinishEditForPress() {
+    if (m_editing) EditFinished(EditEnd::FocusLost);
+    return !m_editing;
+}
+
+void CUGCtrl::KeepEditorOnItsRow(long row, long delta) {
+    if (!m_editing || row > m_editRow) return;
+    if (delta < 0 && row == m_editRow) {
+        m_editing = false;  // first: hiding moves the focus, which would end the edit
+        const bool hadFocus = m_editCtrl->hasFocus();
+        m_editCtrl->hide();
+        if (hadFocus) m_CUGGrid->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    m_editRow += delta;
+    CUGCell cell;
+    GetCellIndirect(m_editCol, m_editRow, &cell);
+    QRect area = GetCellRect(m_editCol, m_editRow);
+    GetCellType(cell.GetCellType())->AdjustEditArea(&area);
+    m_editCtrl->setGeometry(area);
+}
+
 bool CUGCtrl::NextEditCell(EditEnd how, int* col, long* row) const {
     switch (how) {
         case EditEnd::NextCol:

@@ -105,6 +105,8 @@ void CUGDropListType::OpenList(int col, long row) {
     const QRect cellRect = m_ctrl->GetCellRect(col, row);
     const QRect inCtrl(m_ctrl->GetGridWindow()->mapTo(m_ctrl, cellRect.topLeft()), cellRect.size());
     const wchar_t* text = cell.GetText();
+    // The options read like the cell they fill: in its font.
+    m_ctrl->GetListBox()->setFont(m_ctrl->GetFont(cell.GetFont()));
     m_ctrl->GetListBox()->Open(this, col, row, inCtrl, options,
                                text ? QString::fromWCharArray(text) : QString());
 }

@@ -74,6 +74,7 @@ void CUGSideHdg::Click(long row, int updn, Qt::MouseButton button, const QPoint&
 
 void CUGSideHdg::mousePressEvent(QMouseEvent* event) {
     m_ctrl->SetKeyboardModifiers(event->modifiers());
+    if (!m_ctrl->FinishEditForPress()) return;
     const QPoint point = event->position().toPoint();
     const CUGGridInfo* gi = m_ctrl->GetGridInfo();
     if (event->button() == Qt::LeftButton && gi->m_userSizingMode) {

@@ -70,6 +70,7 @@ void CUGTopHdg::Click(int col, int updn, Qt::MouseButton button, const QPoint& p
 
 void CUGTopHdg::mousePressEvent(QMouseEvent* event) {
     m_ctrl->SetKeyboardModifiers(event->modifiers());
+    if (!m_ctrl->FinishEditForPress()) return;
     const QPoint point = event->position().toPoint();
     const CUGGridInfo* gi = m_ctrl->GetGridInfo();
     if (event->button() == Qt::LeftButton && gi->m_userSizingMode) {

@@ -33,32 +33,56 @@ std::wstring NextField(std::wstring_view line, std::size_t& position, bool& stop
     return field;
 }
 
-void ParseLine(std::wstring_view piece, std::vector<PriceListRow>& rows) {
+PriceListLine ParseLine(std::wstring_view piece) {
+    PriceListLine parsed;
     // The line is handled as a C string: it ends at a NUL, and its last character is cut.
     const std::size_t nul = piece.find(L'\0');
     if (nul != std::wstring_view::npos) piece = piece.substr(0, nul);
-    if (piece.empty()) return;
-    const std::wstring_view line = piece.substr(0, piece.size() - 1);
-
-    PriceListRow row;
+    const std::wstring_view line = piece.empty() ? piece : piece.substr(0, piece.size() - 1);
+    if (line.empty()) {
+        parsed.kind = PriceListLineKind::Empty;
+        return parsed;
+    }
     std::size_t position = 0;
     bool bar = false;
-    row.name = NextField(line, position, bar);
-    if (bar) row.price = NextField(line, position, bar);
-    if (bar) row.description = NextField(line, position, bar);
-    if (!row.name.empty() && !row.price.empty()) rows.push_back(std::move(row));
+    parsed.row.name = NextField(line, position, bar);
+    if (bar) parsed.row.price = NextField(line, position, bar);
+    if (bar) parsed.row.description = NextField(line, position, bar);
+    parsed.moreFields = bar;
+    parsed.kind = parsed.row.name.empty()    ? PriceListLineKind::NoName
+                  : parsed.row.price.empty() ? PriceListLineKind::NoPrice
+                                             : PriceListLineKind::Row;
+    return parsed;
 }
 
 }  // namespace
 
-std::vector<PriceListRow> ParsePriceList(std::wstring_view text) {
-    std::vector<PriceListRow> rows;
+std::vector<PriceListLine> ScanPriceList(std::wstring_view text) {
+    std::vector<PriceListLine> lines;
     std::size_t position = 0;
+    std::size_t lineNumber = 1;
+    bool continuing = false;  // the piece before did not end its line
     while (position < text.size()) {
         bool atEnd = false;
         const std::wstring_view piece = NextPiece(text, position, atEnd);
+        const bool endsLine = piece.ends_with(L'\n');
+        // The unread last line is parsed as if it had its line feed, to say what it would give.
+        PriceListLine parsed = atEnd ? ParseLine(std::wstring(piece) + L'\n') : ParseLine(piece);
+        if (atEnd) parsed.kind = PriceListLineKind::Unread;
+        parsed.line = lineNumber;
+        parsed.piece = continuing || (!endsLine && !atEnd);
+        lines.push_back(std::move(parsed));
         if (atEnd) break;
-        ParseLine(piece, rows);
+        continuing = !endsLine;
+        if (endsLine) ++lineNumber;
+    }
+    return lines;
+}
+
+std::vector<PriceListRow> ParsePriceList(std::wstring_view text) {
+    std::vector<PriceListRow> rows;
+    for (auto& line : ScanPriceList(text)) {
+        if (line.kind == PriceListLineKind::Row) rows.push_back(std::move(line.row));
     }
     return rows;
 }

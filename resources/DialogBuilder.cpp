@@ -48,8 +48,13 @@ QWidget* MakeStandardControl(const ControlTemplate& control, QWidget* parent) {
             label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
             return label;
         }
-        case ControlKind::GroupBox:
-            return new QGroupBox(text, parent);
+        case ControlKind::GroupBox: {
+            // A group box only frames the controls over it: like its Windows namesake it lets
+            // clicks through to them, whatever the order it was made in.
+            auto* box = new QGroupBox(text, parent);
+            box->setAttribute(Qt::WA_TransparentForMouseEvents);
+            return box;
+        }
         case ControlKind::CheckBox:
             return new QCheckBox(text, parent);
         case ControlKind::Edit:
@@ -93,6 +98,7 @@ void BuildDialog(QDialog& dialog, const DialogTemplate& dialogTemplate, const QF
         widget->setFont(controlFont);
         widget->setGeometry(
             DialogUnitsToPixels({control.x, control.y, control.cx, control.cy}, base));
+        if (control.kind == ControlKind::GroupBox) widget->lower();
     }
 }
 

@@ -1,11 +1,12 @@
 // The module's dialog templates by id.
 #include "resources/DialogTemplate.h"
 
+#include "resources/BomReportTemplate.h"
 #include "resources/BomTemplate.h"
 
 namespace {
 
-const DialogTemplate* const kTemplates[] = {&kBomTemplate};
+const DialogTemplate* const kTemplates[] = {&kBomTemplate, &kBomReportTemplate};
 
 }  // namespace
 

@@ -7,6 +7,8 @@
 #include <climits>
 #include <cstdlib>
 #include <string>
+#include <string_view>
+#include <system_error>
 
 namespace {
 
@@ -44,16 +46,54 @@ long WToL(std::wstring_view text) {
     return value >= kLimit ? LONG_MAX : static_cast<long>(value);
 }
 
-double WToF(std::wstring_view text) {
-    // A number ends at the first character outside ASCII, so the prefix can be read as narrow text.
-    std::string narrow;
-    narrow.reserve(text.size());
-    for (const wchar_t c : text) {
-        if (c <= 0 || c > 127) break;
-        narrow += static_cast<char>(c);
-    }
+namespace {
+
+// strtod in the "C" locale over the ASCII prefix of the text.
+double StrToD(const char* text) {
     static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(nullptr));
-    return strtod_l(narrow.c_str(), nullptr, cLocale);
+    return strtod_l(text, nullptr, cLocale);
+}
+
+// A plain decimal: an optional minus, then a digit or a point, and no hexadecimal prefix. For
+// such text from_chars reads the same longest number strtod reads, correctly rounded both.
+bool IsPlainDecimal(std::string_view text) {
+    if (!text.empty() && text.front() == '-') text.remove_prefix(1);
+    if (text.empty()) return false;
+    const char first = text.front();
+    if (first == '.') return true;
+    if (first < '0' || first > '9') return false;
+    return !(first == '0' && text.size() > 1 && (text[1] == 'x' || text[1] == 'X'));
+}
+
+}  // namespace
+
+double WToF(std::wstring_view text) {
+    // A number ends at the first character outside ASCII, so the prefix can be read as narrow text;
+    // a price fits the buffer on the stack, and a longer text is read as a whole.
+    char buffer[64];
+    std::size_t length = 0;
+    while (length < text.size() && length < sizeof buffer - 1 && text[length] > 0 &&
+           text[length] <= 127) {
+        buffer[length] = static_cast<char>(text[length]);
+        ++length;
+    }
+    buffer[length] = '\0';
+    const bool whole = length == text.size() || text[length] <= 0 || text[length] > 127;
+    if (!whole) {
+        std::string narrow;
+        for (const wchar_t c : text) {
+            if (c <= 0 || c > 127) break;
+            narrow += static_cast<char>(c);
+        }
+        return StrToD(narrow.c_str());
+    }
+    // The common case, a price as typed, without strtod's locale and multiprecision machinery.
+    if (IsPlainDecimal({buffer, length})) {
+        double value = 0.0;
+        const auto result = std::from_chars(buffer, buffer + length, value);
+        if (result.ec == std::errc()) return value;
+    }
+    return StrToD(buffer);
 }
 
 std::wstring FormatShortest(double number) {

@@ -103,8 +103,8 @@ std::wstring DecodeBytes(std::string_view bytes) {
     return text;
 }
 
-void EncodeLocaleChar(std::string& out, wchar_t c) {
-    if (LocaleIsUtf8()) {
+void EncodeLocaleChar(std::string& out, wchar_t c, bool utf8) {
+    if (utf8) {
         const auto cp = static_cast<char32_t>(c);
         AppendUtf8(out, (cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) ? U'?' : cp);
         return;
@@ -190,6 +190,8 @@ std::string EncodeText(std::wstring_view text, const TextFormat& format) {
     std::string out;
     out.reserve(text.size() + text.size() / 8);
     if (format.byteOrderMark) out += kUtf8Bom;
+    // Asked once: the locale's code set does not change while a text is encoded.
+    const bool utf8 = LocaleIsUtf8();
     for (const wchar_t c : text) {
         if (c == L'\n' && format.crlf) out += '\r';
         if (format.byteOrderMark) {
@@ -200,7 +202,7 @@ std::string EncodeText(std::wstring_view text, const TextFormat& format) {
             // A character that has no byte (a block name from the drawing) keeps its UTF-8 form.
             AppendUtf8(out, static_cast<char32_t>(c));
         } else {
-            EncodeLocaleChar(out, c);
+            EncodeLocaleChar(out, c, utf8);
         }
     }
     return out;

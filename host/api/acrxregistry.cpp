@@ -2,7 +2,8 @@
 #include "host/api/acrxregistry.h"
 
 #include <algorithm>
-#include <cwctype>
+
+#include "text/CaseRules.h"
 
 bool AcRxClass::isDerivedFrom(const AcRxClass* other) const {
     for (const AcRxClass* c = this; c != nullptr; c = c->m_parent) {
@@ -65,11 +66,6 @@ bool contains(const std::vector<void*>& list, void* appId) {
     return std::find(list.begin(), list.end(), appId) != list.end();
 }
 
-std::wstring upper(std::wstring s) {
-    for (auto& c : s) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
-    return s;
-}
-
 }  // namespace
 
 bool AcRxDynamicLinker::unlockApplication(void* appId) { return addOnce(m_unlocked, appId); }
@@ -107,10 +103,10 @@ Acad::ErrorStatus AcEdCommandStack::removeGroup(const wchar_t* group) {
 }
 
 const AcEdCommandStack::Command* AcEdCommandStack::lookup(const std::wstring& name) const {
-    std::wstring key = upper(name);
+    std::wstring key = MakeUpper(name);
     while (!key.empty() && (key.front() == L'_' || key.front() == L'.')) key.erase(0, 1);
     for (auto it = m_commands.rbegin(); it != m_commands.rend(); ++it) {
-        if (upper(it->globalName) == key || upper(it->localName) == key) return &*it;
+        if (MakeUpper(it->globalName) == key || MakeUpper(it->localName) == key) return &*it;
     }
     return nullptr;
 }

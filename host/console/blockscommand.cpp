@@ -15,10 +15,11 @@ namespace {
 
 const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required}};
 
+// By the folded name, under which names that differ only in case are one.
 std::map<std::wstring, int> referenceCounts(const DxfDocument& document) {
     std::map<std::wstring, int> counts;
     for (const auto& reference : document.blockReferences(DxfSpace::Model))
-        ++counts[MakeLower(std::wstring(reference.blockName))];
+        ++counts[FoldCase(reference.blockName)];
     return counts;
 }
 
@@ -51,7 +52,7 @@ int runBlocksCommand(const std::vector<std::string>& arguments) {
     std::size_t width = 10;
     for (const auto& entry : names.Names()) width = std::max(width, entry.name.size());
     for (const auto& entry : names.Names()) {
-        const auto count = counts.find(MakeLower(entry.name));
+        const auto count = counts.find(FoldCase(entry.name));
         std::string line = EncodeText(entry.name, TextFormat{});
         line.append(width - entry.name.size() + 1, ' ');
         const std::string number = std::to_string(count == counts.end() ? 0 : count->second);

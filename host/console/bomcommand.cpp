@@ -9,12 +9,17 @@
 #include "bom/BomRows.h"
 #include "bom/PriceTable.h"
 #include "bom/Report.h"
+#include "bom/ShownMoney.h"
 #include "frame/TablePlacement.h"
+#include "host/console/billofmaterials.h"
+#include "host/console/bomexport.h"
 #include "host/console/commandline.h"
+#include "host/console/consoleeditor.h"
+#include "host/console/drawingbatch.h"
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
 #include "host/console/messages.h"
-#include "host/console/selection.h"
+#include "host/console/xlsxexport.h"
 #include "text/TextFile.h"
 
 namespace {
@@ -24,19 +29,25 @@ const std::vector<OptionSpec> kOptions{
     {"--table-at", OptionSpec::Value::Required},   {"--scale", OptionSpec::Value::Required},
     {"--hide-prices", OptionSpec::Value::None},    {"--only-priced", OptionSpec::Value::None},
     {"--window", OptionSpec::Value::Required},     {"--layer", OptionSpec::Value::Required, true},
-    {"-o", OptionSpec::Value::Required},           {"--json", OptionSpec::Value::None}};
+    {"-o", OptionSpec::Value::Required},           {"--json", OptionSpec::Value::None},
+    {"--csv", OptionSpec::Value::Required},        {"--xlsx", OptionSpec::Value::Required},
+    {"--nested", OptionSpec::Value::None},         {"--record-names", OptionSpec::Value::None},
+    {"--jobs", OptionSpec::Value::Required}};
 
 struct BomRequest {
-    std::string drawing;
+    std::vector<std::string> drawings;
     std::string prices;
     std::optional<std::string> report;  // "" for the proposed name
     std::optional<ads_point> tableCorner;
     double scale = 1.0;
     bool showPrices = true;
     bool onlyPriced = false;
-    SelectionFilter filter;
+    TallyOptions tally;
     std::string output;
     bool json = false;
+    std::optional<std::string> csv;
+    std::optional<std::string> xlsx;
+    unsigned jobs = 1;
 };
 
 // The drawing's name with "-bom" before its extension, in the drawing's folder.
@@ -45,69 +56,123 @@ std::string defaultOutput(const std::string& drawing) {
     return (path.parent_path() / (path.stem().string() + "-bom" + path.extension().string())).string();
 }
 
-// Null after the usage message when the arguments do not make a request.
-std::optional<BomRequest> readRequest(const std::vector<std::string>& arguments, int& status) {
-    status = kExitUsage;
-    const ParseResult parsed = parseArguments(arguments, kOptions);
-    if (!parsed.arguments) return usageError(parsed.error), std::nullopt;
-    const ParsedArguments& args = *parsed.arguments;
-    if (args.positional.size() != 1) return usageError("bom takes one drawing"), std::nullopt;
-    if (!args.has("--prices")) return usageError("bom needs --prices LIST"), std::nullopt;
-
-    BomRequest request;
-    request.drawing = args.positional.front();
-    request.prices = *args.value("--prices");
-    if (args.has("--report")) request.report = args.value("--report").value_or("");
+// The table's options; a usage message when they do not make sense.
+std::optional<std::string> readTableOptions(const ParsedArguments& args, BomRequest& request) {
     if (const auto corner = args.value("--table-at")) {
         const auto xy = parseNumbers(*corner, 2);
-        if (!xy) return usageError("--table-at wants X,Y, not \"" + *corner + "\""), std::nullopt;
+        if (!xy) return "--table-at wants X,Y, not \"" + *corner + "\"";
+        if (request.drawings.size() != 1) return "--table-at takes one drawing";
         request.tableCorner = ads_point{(*xy)[0], (*xy)[1], 0.0};
     }
     if (const auto scale = args.value("--scale")) {
         const auto s = parseNumbers(*scale, 1);
-        if (!request.tableCorner) return usageError("--scale goes with --table-at"), std::nullopt;
-        if (!s || (*s)[0] <= 0.0)
-            return usageError("--scale wants a number above 0, not \"" + *scale + "\""), std::nullopt;
+        if (!request.tableCorner) return "--scale goes with --table-at";
+        if (!s || (*s)[0] <= 0.0) return "--scale wants a number above 0, not \"" + *scale + "\"";
         request.scale = (*s)[0];
     }
+    request.output = args.value("-o").value_or(defaultOutput(request.drawings.front()));
+    if (args.has("-o") && !request.tableCorner) return "-o goes with --table-at";
+    return std::nullopt;
+}
+
+// What is counted and how; a usage message when it does not make sense.
+std::optional<std::string> readCountOptions(const ParsedArguments& args, BomRequest& request) {
     if (const auto window = args.value("--window")) {
         const auto w = parseNumbers(*window, 4);
-        if (!w) return usageError("--window wants X1,Y1,X2,Y2, not \"" + *window + "\""), std::nullopt;
-        request.filter.window = SelectionWindow{(*w)[0], (*w)[1], (*w)[2], (*w)[3]};
+        if (!w) return "--window wants X1,Y1,X2,Y2, not \"" + *window + "\"";
+        request.tally.filter.window = SelectionWindow{(*w)[0], (*w)[1], (*w)[2], (*w)[3]};
     }
-    for (const auto& layer : args.values("--layer")) request.filter.layers.push_back(WidePath(layer));
+    for (const auto& layer : args.values("--layer")) request.tally.filter.layers.push_back(WidePath(layer));
+    request.tally.nested = args.has("--nested");
+    request.tally.recordNames = args.has("--record-names");
+    request.jobs = defaultJobs();
+    if (const auto jobs = args.value("--jobs")) {
+        const auto n = parseNumbers(*jobs, 1);
+        if (!n || (*n)[0] < 1 || (*n)[0] > 256 || (*n)[0] != static_cast<unsigned>((*n)[0]))
+            return "--jobs wants a whole number from 1 to 256, not \"" + *jobs + "\"";
+        request.jobs = static_cast<unsigned>((*n)[0]);
+    }
+    return std::nullopt;
+}
+
+// Null after the usage message when the arguments do not make a request.
+std::optional<BomRequest> readRequest(const std::vector<std::string>& arguments) {
+    const ParseResult parsed = parseArguments(arguments, kOptions);
+    if (!parsed.arguments) return usageError(parsed.error), std::nullopt;
+    const ParsedArguments& args = *parsed.arguments;
+    if (args.positional.empty()) return usageError("bom takes one or more drawings"), std::nullopt;
+    if (!args.has("--prices")) return usageError("bom needs --prices LIST"), std::nullopt;
+
+    BomRequest request;
+    request.drawings = args.positional;
+    request.prices = *args.value("--prices");
+    if (args.has("--report")) request.report = args.value("--report").value_or("");
+    if (request.report && request.report->empty() && request.drawings.size() > 1)
+        return usageError("--report needs a FILE with several drawings"), std::nullopt;
+    for (const auto& read : {readTableOptions, readCountOptions}) {
+        if (const auto error = read(args, request)) return usageError(*error), std::nullopt;
+    }
     request.showPrices = !args.has("--hide-prices");
     request.onlyPriced = args.has("--only-priced");
     request.json = args.has("--json");
-    request.output = args.value("-o").value_or(defaultOutput(request.drawing));
-    if (args.has("-o") && !request.tableCorner) return usageError("-o goes with --table-at"), std::nullopt;
-    status = kExitOk;
+    request.csv = args.value("--csv");
+    request.xlsx = args.value("--xlsx");
+    if ((args.has("--csv") && !request.csv) || (args.has("--xlsx") && !request.xlsx))
+        return usageError("--csv and --xlsx want a FILE"), std::nullopt;
     return request;
 }
 
-void printJson(const std::vector<ResultString>& results, const DisplayedResults& shown, bool onlyPriced) {
+// A figure as shown, as a JSON number; null for one that is none (an infinite price).
+void moneyValue(JsonWriter& json, const std::wstring& figure) {
+    if (IsShownMoney(figure)) {
+        json.number(EncodeUtf8(figure));
+    } else {
+        json.null();
+    }
+}
+
+void writeJsonRow(JsonWriter& json, const BomLine& line) {
+    json.beginObject();
+    json.key("name");
+    json.value(std::wstring_view(line.cells[kNameColumn]));
+    json.key("price");
+    moneyValue(json, line.cells[kPriceColumn]);
+    json.key("quantity");
+    json.number(EncodeUtf8(line.cells[kQuantityColumn]));
+    json.key("quantities");
+    json.beginArray();
+    for (const auto quantity : line.quantities) json.value(quantity);
+    json.endArray();
+    json.key("description");
+    json.value(std::wstring_view(line.cells[kDescriptionColumn]));
+    json.key("total");
+    moneyValue(json, line.cells[kTotalColumn]);
+    if (!line.variants.empty()) {
+        json.key("resolved_from");
+        json.beginArray();
+        for (const auto& variant : line.variants) json.value(std::wstring_view(variant));
+        json.endArray();
+    }
+    if (line.unlinked) {
+        json.key("unresolved");
+        json.value(true);
+    }
+    json.endObject();
+}
+
+void printJson(const BillOfMaterials& bill) {
     JsonWriter json;
     json.beginObject();
+    json.key("drawings");
+    json.beginArray();
+    for (const auto& drawing : bill.drawings) json.value(std::wstring_view(WidePath(drawing)));
+    json.endArray();
     json.key("rows");
     json.beginArray();
-    for (const auto& row : results) {
-        if (!IsShown(row, onlyPriced)) continue;
-        json.beginObject();
-        json.key("name");
-        json.value(std::wstring_view(row.name));
-        json.key("price");
-        json.value(row.price);
-        json.key("quantity");
-        json.value(static_cast<std::int64_t>(row.quantity));
-        json.key("description");
-        json.value(std::wstring_view(row.description));
-        json.key("total");
-        json.value(row.total);
-        json.endObject();
-    }
+    for (const auto& line : bill.lines) writeJsonRow(json, line);
     json.endArray();
     json.key("total");
-    json.value(shown.summary.total);
+    moneyValue(json, bill.total);
     json.endObject();
     std::fputs(json.text().c_str(), stdout);
 }
@@ -115,6 +180,24 @@ void printJson(const std::vector<ResultString>& results, const DisplayedResults&
 void printReport(const DisplayedResults& shown, bool showPrices, const TextFormat& format) {
     for (const auto& line : ReportLines(shown.rows, showPrices))
         std::fputs((EncodeText(line, format) + "\n").c_str(), stdout);
+}
+
+// What the user should know about how a drawing was counted: variants without a link, cycles.
+void printNotes(const CountedDrawing& drawing) {
+    const DrawingTally& tally = drawing.tally;
+    if (tally.unlinkedReferences > 0) {
+        std::size_t names = 0;
+        for (const auto& block : tally.blocks) names += block.unlinked ? 1 : 0;
+        std::fprintf(stderr,
+                     "%s: %lld reference%s to %zu anonymous \"*U\" block%s without a link to a "
+                     "dynamic block, counted under the anonymous name%s\n",
+                     drawing.path.c_str(), static_cast<long long>(tally.unlinkedReferences),
+                     tally.unlinkedReferences == 1 ? "" : "s", names, names == 1 ? "" : "s",
+                     names == 1 ? "" : "s");
+    }
+    for (const auto& cycle : tally.cycles)
+        std::fprintf(stderr, "%s: blocks nest in a cycle (%s); it is followed once\n",
+                     drawing.path.c_str(), EncodeText(cycle, TextFormat{}).c_str());
 }
 
 // Draws the table block into the drawing, inserts it at the corner and saves the drawing.
@@ -127,7 +210,7 @@ int drawTable(DrawingSession& session, const BomRequest& request, const Displaye
                         extent))
         return kExitFailure;
     if (InsertTableBlock(blockName.c_str(), *request.tableCorner, request.scale) != RTNORM)
-        return fail(request.drawing, "the table block could not be inserted");
+        return fail(session.path(), "the table block could not be inserted");
     const DxfStatus saved = session.document().saveAs(request.output);
     if (!saved.isOk()) {
         std::fprintf(stderr, "%s\n", saved.errorString().c_str());
@@ -138,43 +221,76 @@ int drawTable(DrawingSession& session, const BomRequest& request, const Displaye
     return kExitOk;
 }
 
+int reportStatus(const DxfStatus& status) {
+    if (status.isOk()) return kExitOk;
+    std::fprintf(stderr, "%s\n", status.errorString().c_str());
+    return kExitFailure;
+}
+
+// The files asked for, one after the other; the first that cannot be written ends the run.
+int writeFiles(const BomRequest& request, std::vector<CountedDrawing>& drawings,
+               const BillOfMaterials& bill, const TextFormat& format) {
+    if (request.tableCorner) {
+        auto session = DrawingSession::adopt(drawings.front().path, std::move(drawings.front().document));
+        if (const int status = drawTable(*session, request, bill.shown); status != kExitOk) return status;
+    }
+    if (request.report) {
+        const std::wstring drawingName =
+            WidePath(std::filesystem::path(request.drawings.front()).filename().string());
+        const std::wstring reportPath = request.report->empty()
+                                            ? ProposeReportName(WidePath(request.prices), drawingName)
+                                            : WidePath(*request.report);
+        if (!WriteReport(bill.shown.rows, request.showPrices, reportPath, format)) return kExitFailure;
+    }
+    if (!request.csv && !request.xlsx) return kExitOk;
+    const ExportTable table = exportTable(bill, request.showPrices);
+    if (request.csv) {
+        if (const int status = reportStatus(writeCsv(*request.csv, table)); status != kExitOk) return status;
+    }
+    if (request.xlsx) return reportStatus(writeXlsx(*request.xlsx, table));
+    return kExitOk;
+}
+
 }  // namespace
 
 int runBomCommand(const std::vector<std::string>& arguments) {
-    int status = kExitOk;
-    const auto request = readRequest(arguments, status);
-    if (!request) return status;
+    const auto request = readRequest(arguments);
+    if (!request) return kExitUsage;
     if (const std::string reason = unreadableReason(request->prices); !reason.empty())
         return fail(request->prices, reason);
-    auto session = DrawingSession::open(request->drawing);
-    if (!session) return kExitFailure;
+    for (const auto& drawing : request->drawings) {
+        if (const std::string reason = unreadableReason(drawing); !reason.empty())
+            return fail(drawing, reason);
+    }
+    BatchOptions batch{request->tally, request->jobs, request->tableCorner.has_value(), true};
+    std::vector<CountedDrawing> drawings = countDrawings(request->drawings, batch);
+    bool failed = false;
+    for (const auto& drawing : drawings) {
+        if (drawing.error.empty()) continue;
+        std::fprintf(stderr, "%s\n", drawing.error.c_str());
+        failed = true;
+    }
+    if (failed) return kExitFailure;
 
+    ConsoleEditor editor(stderr);
     BomCalculation calculation;
     calculation.SetListOnlyPricedBlocks(request->onlyPriced);
-    const std::wstring pricesPath = WidePath(request->prices);
-    if (!calculation.LoadPriceList(pricesPath)) return kExitFailure;
-    session->editor().setSelection(
-        selectReferences(session->document().blockReferences(DxfSpace::Model), request->filter));
-    if (!calculation.CountSelection()) return kExitFailure;
-    const DisplayedResults shown = FillFromResults(calculation.Results(), request->onlyPriced);
+    if (!calculation.LoadPriceList(WidePath(request->prices))) return kExitFailure;
+    auto bill = countBillOfMaterials(calculation, drawings);
+    if (!bill.isOk()) {
+        std::fprintf(stderr, "%s\n", bill.errorString().c_str());
+        return kExitFailure;
+    }
+    for (const auto& drawing : drawings) printNotes(drawing);
 
     // Files first: when one cannot be written, the error line is all the user gets.
-    if (request->tableCorner) {
-        if (const int status = drawTable(*session, *request, shown); status != kExitOk) return status;
-    }
-    if (request->report) {
-        const std::wstring drawingName =
-            WidePath(std::filesystem::path(request->drawing).filename().string());
-        const std::wstring reportPath = request->report->empty()
-                                            ? ProposeReportName(pricesPath, drawingName)
-                                            : WidePath(*request->report);
-        if (!WriteReport(shown.rows, request->showPrices, reportPath, calculation.PriceListFormat()))
-            return kExitFailure;
-    }
+    if (const int status = writeFiles(*request, drawings, bill.value(), calculation.PriceListFormat());
+        status != kExitOk)
+        return status;
     if (request->json) {
-        printJson(calculation.Results(), shown, request->onlyPriced);
+        printJson(bill.value());
     } else {
-        printReport(shown, request->showPrices, calculation.PriceListFormat());
+        printReport(bill.value().shown, request->showPrices, calculation.PriceListFormat());
     }
     return kExitOk;
 }

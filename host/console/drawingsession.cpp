@@ -21,6 +21,11 @@ std::unique_ptr<DrawingSession> DrawingSession::open(const std::string& path) {
     return std::unique_ptr<DrawingSession>(new DrawingSession(path, document.takeValue()));
 }
 
+std::unique_ptr<DrawingSession> DrawingSession::adopt(const std::string& path,
+                                                      std::unique_ptr<DxfDocument> document) {
+    return std::unique_ptr<DrawingSession>(new DrawingSession(path, std::move(document)));
+}
+
 DrawingSession::DrawingSession(std::string path, std::unique_ptr<DxfDocument> document)
     : m_path(std::move(path)),
       m_document(std::move(document)),

@@ -12,6 +12,9 @@ class DrawingSession {
 public:
     // Null, after the error line, when the drawing cannot be read.
     static std::unique_ptr<DrawingSession> open(const std::string& path);
+    // A session over a drawing read already, from `path`.
+    static std::unique_ptr<DrawingSession> adopt(const std::string& path,
+                                                 std::unique_ptr<DxfDocument> document);
     ~DrawingSession();
     DrawingSession(const DrawingSession&) = delete;
     DrawingSession& operator=(const DrawingSession&) = delete;

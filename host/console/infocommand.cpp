@@ -18,14 +18,18 @@ const std::vector<OptionSpec> kOptions{{"--json", OptionSpec::Value::None}};
 struct SpaceFigures {
     std::size_t entities = 0;
     std::size_t references = 0;
-    std::map<std::wstring, std::size_t> byName;  // lower-cased block name
+    std::map<std::wstring, std::size_t> byName;  // lower-cased block name, as first met
 };
 
+// Names that differ only in case are one name (by their folded key), shown lower-cased.
 SpaceFigures figuresOf(const DxfDocument& document, DxfSpace space, std::size_t entities) {
     SpaceFigures figures{entities, 0, {}};
+    std::map<std::wstring, std::wstring> shown;  // folded name -> lower-cased name
     for (const auto& reference : document.blockReferences(space)) {
         ++figures.references;
-        ++figures.byName[MakeLower(std::wstring(reference.blockName))];
+        const std::wstring lower = MakeLower(std::wstring(reference.blockName));
+        const auto [entry, isNew] = shown.try_emplace(FoldCase(lower), lower);
+        ++figures.byName[entry->second];
     }
     return figures;
 }

@@ -110,6 +110,11 @@ void JsonWriter::value(bool flag) {
     m_text += flag ? "true" : "false";
 }
 
+void JsonWriter::number(std::string_view text) {
+    beforeValue();
+    m_text += text;
+}
+
 void JsonWriter::null() {
     beforeValue();
     m_text += "null";

@@ -18,6 +18,8 @@ public:
     void value(double number);
     void value(std::int64_t number);
     void value(bool flag);
+    // A number written as the text gives it ("3096.90"); the text must be a JSON number.
+    void number(std::string_view text);
     void null();
 
     const std::string& text() const { return m_text; }

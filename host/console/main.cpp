@@ -7,23 +7,28 @@
 
 #include "host/console/blockscommand.h"
 #include "host/console/bomcommand.h"
+#include "host/console/checkcommand.h"
 #include "host/console/infocommand.h"
 #include "host/console/messages.h"
 
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: tarnwick COMMAND DRAWING [OPTIONS]\n"
+    "Usage: tarnwick COMMAND DRAWING... [OPTIONS]\n"
     "\n"
-    "Priced bills of materials for the blocks of a DXF drawing.\n"
+    "Priced bills of materials for the blocks of DXF drawings.\n"
     "\n"
     "Commands:\n"
-    "  bom DRAWING --prices LIST   count the block references against a price list and print\n"
-    "                              the bill of materials as the text report has it\n"
+    "  bom DRAWING... --prices LIST\n"
+    "                              count the block references against a price list and print\n"
+    "                              the bill of materials as the text report has it; several\n"
+    "                              drawings are read in parallel and counted together\n"
     "      --report [FILE]         also write the report (default: LIST's name, \"-\", the\n"
     "                              drawing's name, \".txt\", beside LIST)\n"
+    "      --csv FILE              also write the rows as CSV (UTF-8, for spreadsheets)\n"
+    "      --xlsx FILE             also write the rows as an Excel workbook\n"
     "      --table-at X,Y          draw the table block (\"QTB\" and four digits) and insert it\n"
-    "                              with its upper left corner at X,Y\n"
+    "                              with its upper left corner at X,Y (one drawing only)\n"
     "      --scale S               ... at scale S (default 1)\n"
     "      -o OUT                  write the drawing with the table to OUT (default: beside\n"
     "                              DRAWING, \"-bom\" before the extension)\n"
@@ -31,13 +36,22 @@ constexpr const char* kUsage =
     "      --only-priced           count only blocks that are in the price list\n"
     "      --window X1,Y1,X2,Y2    only references whose insertion point lies in the window\n"
     "      --layer NAME            only references on this layer (may be repeated)\n"
+    "      --nested                count the references inside counted blocks too, multiplied\n"
+    "      --record-names          count dynamic blocks' variants (\"*U...\") under their own\n"
+    "                              names instead of the dynamic block's\n"
+    "      --jobs N                read N drawings at a time (default: the machine's cores)\n"
     "      --json                  print the rows and the grand total as JSON instead\n"
+    "  check DRAWING --prices LIST [--json] [--nested] [--record-names]\n"
+    "                              look the drawing and the list over: blocks without a price,\n"
+    "                              prices without a block, names listed twice, prices that are\n"
+    "                              not numbers, skipped lines, dynamic blocks without a link\n"
     "  blocks DRAWING [--prices LIST]\n"
     "                              the drawing's block names with their reference counts;\n"
     "                              with LIST, the names that have no price yet\n"
     "  info DRAWING [--json]       version, encoding, handle seed, entity counts, references\n"
     "\n"
-    "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
+    "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage,\n"
+    "3 check found something.\n";
 
 struct Command {
     std::string_view name;
@@ -46,6 +60,7 @@ struct Command {
 
 constexpr Command kCommands[] = {
     {"bom", runBomCommand},
+    {"check", runCheckCommand},
     {"blocks", runBlocksCommand},
     {"info", runInfoCommand},
 };

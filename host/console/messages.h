@@ -7,6 +7,7 @@
 inline constexpr int kExitOk = 0;
 inline constexpr int kExitFailure = 1;  // a user error: missing file, unreadable list, bad drawing
 inline constexpr int kExitUsage = 2;
+inline constexpr int kExitFound = 3;  // `check` found something to look at
 
 // "where: what" on standard error; returns kExitFailure so that a handler can `return fail(...)`.
 int fail(const std::string& where, const std::string& what);

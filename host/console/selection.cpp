@@ -20,13 +20,7 @@ bool onLayer(std::wstring_view layer, const std::vector<std::wstring>& layers) {
 
 }  // namespace
 
-std::vector<AcDbObjectId> selectReferences(const std::vector<DxfReference>& references,
-                                           const SelectionFilter& filter) {
-    std::vector<AcDbObjectId> selected;
-    for (const auto& reference : references) {
-        if (filter.window && !inWindow(reference.position, *filter.window)) continue;
-        if (!onLayer(reference.layer, filter.layers)) continue;
-        selected.push_back(reference.id);
-    }
-    return selected;
+bool isSelected(const DxfReference& reference, const SelectionFilter& filter) {
+    if (filter.window && !inWindow(reference.position, *filter.window)) return false;
+    return onLayer(reference.layer, filter.layers);
 }

@@ -20,5 +20,4 @@ struct SelectionFilter {
     std::vector<std::wstring> layers;       // compared without regard to case; empty: any layer
 };
 
-std::vector<AcDbObjectId> selectReferences(const std::vector<DxfReference>& references,
-                                           const SelectionFilter& filter);
+bool isSelected(const DxfReference& reference, const SelectionFilter& filter);

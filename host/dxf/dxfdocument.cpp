@@ -2,19 +2,13 @@
 #include "host/dxf/dxfdocument.h"
 
 #include <algorithm>
-#include <cwctype>
 
 #include "host/dxf/dxffile.h"
 #include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfviews.h"
+#include "text/CaseRules.h"
 
 namespace {
-
-std::wstring upper(std::wstring_view text) {
-    std::wstring out(text);
-    for (wchar_t& c : out) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
-    return out;
-}
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
@@ -37,7 +31,7 @@ constexpr HeaderVariable kHeaderVariables[] = {
 };
 
 const HeaderVariable* headerVariable(const std::wstring& name) {
-    const std::wstring key = upper(name);
+    const std::wstring key = MakeUpper(name);
     for (const auto& variable : kHeaderVariables) {
         if (key == variable.name) return &variable;
     }
@@ -143,7 +137,7 @@ void DxfDocument::indexBlockTable() {
     }
     for (std::size_t i = 0; i < m_blocks.size(); ++i) {
         BlockInfo& info = m_blockInfo[i];
-        const std::wstring name = upper(m_blocks.name(i));
+        const std::wstring name = MakeUpper(m_blocks.name(i));
         info.layout = name == L"*MODEL_SPACE"             ? Layout::Model
                       : name == L"*PAPER_SPACE"           ? Layout::Paper
                       : name.starts_with(L"*PAPER_SPACE") ? Layout::OtherPaper
@@ -239,7 +233,7 @@ DxfStatus DxfDocument::saveAs(const std::filesystem::path& path) {
 }
 
 int DxfDocument::getVar(const std::wstring& name, resbuf& value) const {
-    if (upper(name) == L"DWGNAME") {
+    if (MakeUpper(name) == L"DWGNAME") {
         value = resbuf::stringValue(fileNameText(m_path));
         return RTNORM;
     }

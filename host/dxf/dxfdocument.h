@@ -53,6 +53,13 @@ struct DxfReference {
     AcGePoint3d position;
 };
 
+// A block record made from a dynamic block (an anonymous "*U" variant) and the dynamic block's own
+// record; `dynamic` is null when the link names a handle that no block record has.
+struct DxfDynamicBlockLink {
+    AcDbObjectId anonymous;
+    AcDbObjectId dynamic;
+};
+
 class DxfDocument final : public AcDbDatabase {
 public:
     static DxfResult<std::unique_ptr<DxfDocument>> readFile(const std::filesystem::path& path,
@@ -80,11 +87,38 @@ public:
     // The references of a space in file order.
     std::vector<DxfReference> blockReferences(DxfSpace space) const;
 
+    // Links of block records to the dynamic block they were made from (their AcDbBlockRepBTag
+    // extended data), in block table order; records without one are not listed.
+    std::vector<DxfDynamicBlockLink> dynamicBlockLinks() const;
+    // The references inside a block's definition, in file order; none for a record without one.
+    std::vector<DxfReference> referencesInBlock(AcDbObjectId record) const;
+
     // ATTREQ, SNAPMODE, OSMODE (RTSHORT) and DWGNAME (RTSTR, read only): RTNORM, or RTERROR for
     // other names, other types and DWGNAME. From R2000 on the header no longer holds the first
     // three; there they live in the session, as in the CAD program.
     int getVar(const std::wstring& name, resbuf& value) const;
+
     int setVar(const std::wstring& name, const resbuf& value);
+
+    // Read access for views of the drawing. Ids are those every other call hands out; lists are
+    // in writing order, edits included, and an ATTRIB, VERTEX or SEQEND follows its owner.
+    std::vector<AcDbObjectId> entityIds(DxfSpace space) const;
+    // The ENTITIES section as it is written: model space and the active layout together (code
+    // 67 tells them apart). Cheaper than entityIds() for a reader that looks at every tag anyway.
+    std::vector<AcDbObjectId> sectionEntityIds() const;
+    // The records that belong to an entity: a reference's ATTRIBs or a polyline's VERTEXes and
+    // the SEQEND after them.
+    std::vector<AcDbObjectId> entityParts(AcDbObjectId entity) const;
+    // The entities of a block's definition, between its BLOCK and ENDBLK.
+    std::vector<AcDbObjectId> blockEntityIds(AcDbObjectId blockRecord) const;
+    // The BLOCK record that opens the definition (name, flags, base point); null when it has none.
+    AcDbObjectId blockBeginId(AcDbObjectId blockRecord) const;
+    // The entries of a symbol table such as LAYER, in table order.
+    std::vector<AcDbObjectId> tableEntryIds(std::string_view kind) const;
+    const DxfTagFile& tagFile() const { return m_tags; }
+    // The object's tags; none for an id the drawing does not hold.
+    DxfTagRange tagsOf(AcDbObjectId id) const;
+    std::wstring decodeText(std::string_view bytes) const { return m_codec.decode(bytes); }
 
     // AcDbDatabase
     std::vector<AcDbObjectId> blockTableRecordIds() const override;

@@ -73,6 +73,14 @@ public:
     // Every insertion, replacement and withdrawal counts one.
     std::uint64_t editCount() const { return m_editCount; }
 
+    // The records inserted before this one, in writing order; each may have its own. Null when
+    // there are none.
+    const std::vector<std::uint32_t>* insertedBefore(std::uint32_t record) const {
+        if (m_insertedBefore.empty()) return nullptr;
+        const auto it = m_insertedBefore.find(record);
+        return it == m_insertedBefore.end() ? nullptr : &it->second;
+    }
+
     // The whole drawing in order: the file's prefix, every record, the bytes after "0 EOF".
     void write(const DxfTagFile& tags, const DxfSink& sink) const;
 

@@ -1,13 +1,10 @@
 // Symbol table look-ups.
 #include "host/dxf/dxfsymboltable.h"
 
-#include <cwctype>
+#include "text/CaseRules.h"
 
-std::wstring DxfSymbolTable::folded(std::wstring_view name) {
-    std::wstring out(name);
-    for (wchar_t& c : out) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
-    return out;
-}
+// Names that differ only in case are one entry, in every script and whatever the locale.
+std::wstring DxfSymbolTable::folded(std::wstring_view name) { return FoldCase(name); }
 
 std::size_t DxfSymbolTable::add(std::uint32_t record, std::wstring name) {
     const std::size_t index = m_entries.size();

@@ -2,18 +2,12 @@
 #include "host/scripted/memorydatabase.h"
 
 #include <cmath>
-#include <cwctype>
+
+#include "text/CaseRules.h"
 
 namespace {
 
-bool sameName(const std::wstring& a, const std::wstring& b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        if (std::towupper(static_cast<wint_t>(a[i])) != std::towupper(static_cast<wint_t>(b[i])))
-            return false;
-    }
-    return true;
-}
+bool sameName(const std::wstring& a, const std::wstring& b) { return CompareNoCase(a, b) == 0; }
 
 AcGePoint3d placed(const AcGePoint3d& p, const AcGePoint3d& origin,
                    const AcDbBlockReference& reference) {

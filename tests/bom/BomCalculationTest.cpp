@@ -141,4 +141,52 @@ TEST_F(BomCalculationTest, ReloadingStartsAgainFromTheList) {
                                          {L"Chair", 5.0, 0, L"oak", 0.0}}));
 }
 
+TEST_F(BomCalculationTest, CountingByNameGivesWhatCountingTheSelectionGives) {
+    LoadList("Door|0.1|front\nChair|5|oak\nDOOR|0.1|back\n");
+    auto ids = References(L"door", 7);
+    const auto stools = References(L"Stool", 2);
+    const auto chairs = References(L"CHAIR", 1);
+    ids.insert(ids.begin() + 3, stools.begin(), stools.end());
+    ids.insert(ids.end(), chairs.begin(), chairs.end());
+    ASSERT_TRUE(CountThese(ids));
+
+    BomCalculation byName;
+    ASSERT_TRUE(byName.LoadPriceList(m_folder.wpath("list.prc")));
+    byName.BeginCounting();
+    EXPECT_EQ(byName.CountBlock(L"DOOR", 3), 2);
+    EXPECT_EQ(byName.CountBlock(L"Stool", 2), 3);
+    EXPECT_EQ(byName.CountBlock(L"Door", 4), 2);
+    EXPECT_EQ(byName.CountBlock(L"chair", 1), 1);
+    EXPECT_EQ(byName.Results(), m_calculation.Results());
+    EXPECT_EQ(byName.Results()[2].total, m_calculation.Results()[2].total);
+    EXPECT_EQ(byName.Results()[3], (ResultString{L"stool", 0.0, 2, L"", 0.0}));
+}
+
+TEST_F(BomCalculationTest, CountingByNameFoldsCaseInEveryScript) {
+    LoadList("\xd0\xa1\xd1\x82\xd1\x83\xd0\xbb|12.5|\n"  // Стул
+             "\xc3\xa4rmel|3|\n"                               // ärmel
+             "\xcf\x89MEGA|100|\n");                            // ωMEGA
+    m_calculation.BeginCounting();
+    EXPECT_EQ(m_calculation.CountBlock(L"\u0441\u0442\u0443\u043b", 2), 0);  // стул
+    EXPECT_EQ(m_calculation.CountBlock(L"\u00c4RMEL", 1), 1);                  // ÄRMEL
+    EXPECT_EQ(m_calculation.CountBlock(L"\u03a9mega", 3), 2);                  // Ωmega
+    EXPECT_EQ(m_calculation.CountBlock(L"\u03a3\u03a4\u039f\u039b\u0397", 1), 3);  // ΣΤΟΛΗ
+    EXPECT_EQ(m_calculation.CountBlock(L"\u03c3\u03c4\u03bf\u03bb\u03b7", 1), 3);  // στολη
+    EXPECT_EQ(m_calculation.Results(),
+              (std::vector<ResultString>{{L"\u0441\u0442\u0443\u043b", 12.5, 2, L"", 25.0},
+                                         {L"\u00e4rmel", 3.0, 1, L"", 3.0},
+                                         {L"\u03c9mega", 100.0, 3, L"", 300.0},
+                                         {L"\u03c3\u03c4\u03bf\u03bb\u03b7", 0.0, 2, L"", 0.0}}));
+}
+
+TEST_F(BomCalculationTest, CountingByNameLeavesOutWhatTheRulesLeaveOut) {
+    LoadList("Door|10|front\n");
+    m_calculation.SetListOnlyPricedBlocks(true);
+    m_calculation.BeginCounting();
+    EXPECT_EQ(m_calculation.CountBlock(L"Chair", 4), -1);
+    EXPECT_EQ(m_calculation.CountBlock(L"door", 0), -1);
+    EXPECT_EQ(m_calculation.CountBlock(L"door", -2), -1);
+    EXPECT_EQ(m_calculation.Results(), (std::vector<ResultString>{{L"door", 10.0, 0, L"front", 0.0}}));
+}
+
 }  // namespace

@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "frame/CommandHandlers.h"
+#include "frame/BlockPriceCmd.h"
+#include "frame/CalcPriceCmd.h"
 #include "frame/CommandRegistration.h"
 #include "frame/TarnwickEntry.h"
 #include "host/api/acrxregistry.h"

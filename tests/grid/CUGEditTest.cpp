@@ -8,6 +8,7 @@
 #include "RecordingGrid.h"
 #include "grid/CUGEdit.h"
 #include "grid/CUGMaskedEdit.h"
+#include "grid/CUGTopHdg.h"
 
 namespace {
 
@@ -126,6 +127,60 @@ TEST(CUGEdit, ClickingAnotherCellEndsTheEditAndStoresIt) {
     EXPECT_FALSE(grid.IsEditing());
     EXPECT_STREQ(grid.QuickGetText(0, 0), L"kept");
     EXPECT_EQ(grid.GetCurrentRow(), 2);
+}
+
+// Regression: a press on a heading left the editor open, so a sort moved the rows under it and its
+// text was then stored in whichever row had come to stand there.
+TEST(CUGEdit, APressOnAHeadingEndsTheEditBeforeTheHeadingIsTold) {
+    RecordingGrid grid(3, 3);
+    ASSERT_EQ(grid.StartEdit(2, 2, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "kept");
+    grid.Clear();
+    QTest::mouseClick(grid.GetTopHdgWindow(), Qt::LeftButton, {}, QPoint(150, 10));
+    EXPECT_FALSE(grid.IsEditing());
+    EXPECT_STREQ(grid.QuickGetText(2, 2), L"kept");
+    EXPECT_EQ(grid.log, (std::vector<std::string>{"EditFinish 2 2 kept 0", "SetCell 2 2 kept",
+                                                  "TopHdgLeftClick 1 -1 1", "TopHdgLeftClick 1 -1 0"}));
+}
+
+TEST(CUGEdit, AHeadingPressIsNotReportedWhileTheOwnerKeepsTheEditOpen) {
+    RecordingGrid grid(3, 3);
+    ASSERT_EQ(grid.StartEdit(0, 0, 0), 0);
+    grid.allowEditFinish = 0;
+    grid.Clear();
+    QTest::mouseClick(grid.GetTopHdgWindow(), Qt::LeftButton, {}, QPoint(150, 10));
+    EXPECT_TRUE(grid.IsEditing());
+    EXPECT_FALSE(grid.Logged("TopHdgLeftClick 1 -1 1"));
+}
+
+// Regression: rows inserted or deleted under an open editor left it on its old row index, so its
+// text was stored in another row, or in a row that no longer existed.
+TEST(CUGEdit, TheEditorFollowsItsRowWhenRowsComeAndGoBeforeIt) {
+    RecordingGrid grid(3, 4);
+    ASSERT_EQ(grid.StartEdit(2, 2, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "kept");
+    grid.InsertRow(0);
+    EXPECT_EQ(grid.GetEditClass()->geometry().top(), grid.GetCellRect(2, 3).top());
+    grid.DeleteRow(1);
+    grid.DeleteRow(0);
+    EXPECT_EQ(grid.GetEditClass()->geometry().top(), grid.GetCellRect(2, 1).top());
+    grid.InsertRow(3);  // after it: no move
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Return);
+    EXPECT_TRUE(grid.Logged("EditFinish 2 1 kept 0"));
+    EXPECT_STREQ(grid.QuickGetText(2, 1), L"kept");
+}
+
+TEST(CUGEdit, DeletingTheEditedRowPutsItsEditorAwayUnheard) {
+    RecordingGrid grid(3, 3);
+    grid.QuickSetText(2, 2, L"below");
+    ASSERT_EQ(grid.StartEdit(2, 1, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "lost");
+    grid.Clear();
+    grid.DeleteRow(1);
+    EXPECT_FALSE(grid.IsEditing());
+    EXPECT_FALSE(grid.GetEditClass()->isVisible());
+    EXPECT_FALSE(grid.Logged("EditFinish 2 1 lost 0"));
+    EXPECT_STREQ(grid.QuickGetText(2, 1), L"below");
 }
 
 TEST(CUGEdit, AGridGoesAwaySafelyWhileItsEditorHasTheFocus) {

@@ -92,6 +92,18 @@ TEST(CellTypes, ClickingAnotherCellClosesTheList) {
     EXPECT_EQ(grid.GetCurrentCol(), 1);
 }
 
+// Regression: the list box kept the application's font whatever font the grid's cells are drawn in.
+TEST(CellTypes, TheListShowsItsOptionsInTheCellsFont) {
+    DropListGrid grid;
+    QFont font(QStringLiteral("Liberation Mono"));
+    font.setPointSize(17);
+    grid.setFont(font);
+    QTest::keyClick(grid.GetGridWindow(), Qt::Key_Return);
+    ASSERT_TRUE(grid.List()->isVisible());
+    EXPECT_EQ(grid.List()->font().pointSize(), 17);
+    EXPECT_EQ(grid.List()->font().family(), grid.font().family());
+}
+
 TEST(CellTypes, SpaceTogglesACheckBoxUnlessItIsReadOnly) {
     RecordingGrid grid(2, 3);
     grid.QuickSetCellType(1, 0, UGCT_CHECKBOX);

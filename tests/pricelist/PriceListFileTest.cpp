@@ -3,6 +3,8 @@
 
 #include <sys/stat.h>
 
+#include <tuple>
+
 #include "host/scripted/scriptededitor.h"
 #include "pricelist/PriceListFile.h"
 #include "tests/TempFolder.h"
@@ -41,6 +43,39 @@ INSTANTIATE_TEST_SUITE_P(
         // A NUL ends the line as a C string ends; its last character before the NUL goes.
         LineCase{std::wstring(L"Door|10|fronts\0junk\n", 20), {{L"Door", L"10", L"front"}}},
         LineCase{L"Door|10|front\nDoor|12|back\n", {{L"Door", L"10", L"front"}, {L"Door", L"12", L"back"}}}));
+
+struct ScanCase {
+    std::wstring text;
+    // One a piece: line number, kind, name, price, piece of a long line, more fields.
+    std::vector<std::tuple<std::size_t, PriceListLineKind, std::wstring, std::wstring, bool, bool>> lines;
+};
+
+class PriceListScan : public ::testing::TestWithParam<ScanCase> {};
+
+TEST_P(PriceListScan, SaysWhatBecameOfEachLine) {
+    std::vector<std::tuple<std::size_t, PriceListLineKind, std::wstring, std::wstring, bool, bool>> lines;
+    for (const auto& line : ScanPriceList(GetParam().text))
+        lines.emplace_back(line.line, line.kind, line.row.name, line.row.price, line.piece, line.moreFields);
+    EXPECT_EQ(lines, GetParam().lines);
+}
+
+using K = PriceListLineKind;
+INSTANTIATE_TEST_SUITE_P(
+    Rules, PriceListScan,
+    ::testing::Values(
+        ScanCase{L"Door|10|front\n\n|5|x\nChair\nSofa||\nA|1|b|c\nLast|2|z",
+                 {{1, K::Row, L"Door", L"10", false, false},
+                  {2, K::Empty, L"", L"", false, false},
+                  {3, K::NoName, L"", L"5", false, false},
+                  {4, K::NoPrice, L"Chair", L"", false, false},
+                  {5, K::NoPrice, L"Sofa", L"", false, false},
+                  {6, K::Row, L"A", L"1", false, true},
+                  {7, K::Unread, L"Last", L"2", false, false}}},
+        ScanCase{L"N|1|" + std::wstring(995, L'x') + L"TAIL|2|z\nB|3|\n",
+                 {{1, K::Row, L"N", L"1", true, false},
+                  {1, K::Row, L"TAIL", L"2", true, false},
+                  {2, K::Row, L"B", L"3", false, false}}},
+        ScanCase{L"", {}}));
 
 TEST(PriceListLongLines, AreReadInPiecesOf999CharactersEachALineOfItsOwn) {
     // The first piece is "N|1|" and 995 x; it loses its last character like any line.

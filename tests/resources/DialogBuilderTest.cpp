@@ -6,6 +6,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
+#include <QWindow>
 
 #include "resources/BomTemplate.h"
 #include "resources/DialogBuilder.h"
@@ -87,6 +89,23 @@ TEST(DialogBuilder, TheTabOrderIsTheTemplateOrder) {
     QStringList order;
     for (const QPushButton* button : buttons) order << button->objectName();
     EXPECT_EQ(order, QStringList({"205", "200", "202", "203", "204", "207", "208", "217", "218"}));
+}
+
+// Group boxes come last in the template, so they lie over the buttons they frame; a click on a
+// button must still reach the button, as it does on Windows.
+TEST(DialogBuilder, AClickOnAButtonInAGroupBoxReachesTheButton) {
+    QDialog dialog;
+    BuildDialog(dialog, kBomTemplate, TemplateFont(kBomTemplate));
+    dialog.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&dialog));
+    for (auto* button : dialog.findChildren<QPushButton*>()) {
+        const QPoint centre = button->geometry().center();
+        EXPECT_EQ(dialog.childAt(centre), button) << button->objectName().toStdString();
+        int clicks = 0;
+        QObject::connect(button, &QPushButton::clicked, [&clicks] { ++clicks; });
+        QTest::mouseClick(dialog.windowHandle(), Qt::LeftButton, Qt::NoModifier, centre);
+        EXPECT_EQ(clicks, 1) << button->objectName().toStdString();
+    }
 }
 
 TEST(DialogBuilder, AFactoryMakesTheControlsADialogSubclassesAndTheFontIsTheDialogs) {

@@ -57,35 +57,47 @@ TEST_F(ConsoleBomTest, PrintsTheReportOfTheExample) {
     EXPECT_EQ(result.err, "");
 }
 
-TEST_F(ConsoleBomTest, JsonHoldsTheGridsRowsAsNumbers) {
+TEST_F(ConsoleBomTest, JsonHoldsTheGridsRowsWithMoneyAsShown) {
     const ProcessResult result = bom({"--json", "--only-priced", "--layer", "furniture"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out,
               "{\n"
+              "  \"drawings\": [\n"
+              "    \"" + m_folder.path("floorplan.dxf") + "\"\n"
+              "  ],\n"
               "  \"rows\": [\n"
               "    {\n"
               "      \"name\": \"desk\",\n"
-              "      \"price\": 380.0,\n"
+              "      \"price\": 380.00,\n"
               "      \"quantity\": 7,\n"
+              "      \"quantities\": [\n"
+              "        7\n"
+              "      ],\n"
               "      \"description\": \"Office desk 160 x 80\",\n"
-              "      \"total\": 2660.0\n"
+              "      \"total\": 2660.00\n"
               "    },\n"
               "    {\n"
               "      \"name\": \"chair\",\n"
-              "      \"price\": 145.0,\n"
+              "      \"price\": 145.00,\n"
               "      \"quantity\": 13,\n"
+              "      \"quantities\": [\n"
+              "        13\n"
+              "      ],\n"
               "      \"description\": \"Swivel chair\",\n"
-              "      \"total\": 1885.0\n"
+              "      \"total\": 1885.00\n"
               "    },\n"
               "    {\n"
               "      \"name\": \"cabinet\",\n"
-              "      \"price\": 210.0,\n"
+              "      \"price\": 210.00,\n"
               "      \"quantity\": 6,\n"
+              "      \"quantities\": [\n"
+              "        6\n"
+              "      ],\n"
               "      \"description\": \"Filing cabinet, 4 drawers\",\n"
-              "      \"total\": 1260.0\n"
+              "      \"total\": 1260.00\n"
               "    }\n"
               "  ],\n"
-              "  \"total\": 5805.0\n"
+              "  \"total\": 5805.00\n"
               "}\n");
 }
 

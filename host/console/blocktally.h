@@ -1,0 +1,42 @@
+// The references of one drawing counted by block name, as the console counts them: the user's
+// selection of model space, a dynamic block's variants under the dynamic block's own name unless
+// record names are asked for, and on request the references nested in the counted blocks,
+// multiplied along the nesting.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/console/selection.h"
+#include "host/dxf/dxfdocument.h"
+#include "host/dxf/dxfresult.h"
+
+struct TallyOptions {
+    SelectionFilter filter;
+    bool recordNames = false;  // count "*U" variants under their own record's name
+    bool nested = false;       // count the references inside counted blocks too
+};
+
+struct TalliedBlock {
+    std::wstring name;  // as first met: a record's name, or the dynamic block's for a variant
+    std::int64_t references = 0;
+    std::vector<std::wstring> variants;  // anonymous records counted under `name`, first met first
+    bool unlinked = false;  // `name` is a "*U" record that names no dynamic block
+};
+
+struct DrawingTally {
+    std::vector<TalliedBlock> blocks;  // one a name (without regard to case), in the order first met
+    std::int64_t unlinkedReferences = 0;     // references counted under an unlinked "*U" name
+    std::vector<std::wstring> cycles;        // "A > B > A": nestings that return to a block
+};
+
+// The largest count a block may reach; multiplying deep nestings stops here.
+inline constexpr std::int64_t kTallyLimit = INT64_MAX;
+
+// An error names the drawing: a reference to a block the drawing does not have.
+DxfResult<DrawingTally> tallyDrawing(const DxfDocument& document, const std::string& name,
+                                     const TallyOptions& options);
+
+// "*U" followed by anything: the anonymous records the CAD program makes for dynamic blocks.
+bool isDynamicVariantName(std::wstring_view name);

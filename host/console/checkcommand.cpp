@@ -1,0 +1,275 @@
+// The `check` command of the console front end.
+#include "host/console/checkcommand.h"
+
+#include <cstdio>
+#include <map>
+#include <optional>
+#include <set>
+
+#include "bom/BomRows.h"
+#include "host/console/blocktally.h"
+#include "host/console/commandline.h"
+#include "host/console/drawingsession.h"
+#include "host/console/jsonwriter.h"
+#include "host/console/messages.h"
+#include "inventory/BlockNamesCont.h"
+#include "pricelist/PriceListFile.h"
+#include "text/CaseRules.h"
+#include "text/Numbers.h"
+#include "text/TextFile.h"
+
+namespace {
+
+const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required},
+                                       {"--json", OptionSpec::Value::None},
+                                       {"--nested", OptionSpec::Value::None},
+                                       {"--record-names", OptionSpec::Value::None}};
+
+struct Finding {
+    const char* kind;
+    std::string file;
+    std::optional<std::size_t> line;
+    std::optional<std::wstring> block;
+    std::string message;  // after "file:line: "
+    std::optional<std::int64_t> references;
+    std::optional<std::size_t> winningLine;
+    std::optional<std::wstring> price;
+};
+
+std::string quoted(const std::wstring& name) { return "\"" + EncodeText(name, TextFormat{}) + "\""; }
+
+// The module's key of a name: lower-cased, then folded.
+std::wstring keyOf(const std::wstring& name) { return FoldCase(MakeLower(name)); }
+
+// A decimal number and nothing else but blanks: what a price should be.
+bool isPlainNumber(std::wstring_view text) {
+    std::size_t i = 0;
+    auto blanks = [&] {
+        while (i < text.size() && (text[i] == L' ' || text[i] == L'\t')) ++i;
+    };
+    auto digits = [&] {
+        const std::size_t start = i;
+        while (i < text.size() && text[i] >= L'0' && text[i] <= L'9') ++i;
+        return i - start;
+    };
+    blanks();
+    if (i < text.size() && (text[i] == L'+' || text[i] == L'-')) ++i;
+    std::size_t count = digits();
+    if (i < text.size() && text[i] == L'.') {
+        ++i;
+        count += digits();
+    }
+    if (count == 0) return false;
+    if (i < text.size() && (text[i] == L'e' || text[i] == L'E')) {
+        ++i;
+        if (i < text.size() && (text[i] == L'+' || text[i] == L'-')) ++i;
+        if (digits() == 0) return false;
+    }
+    blanks();
+    return i == text.size();
+}
+
+class Checker {
+public:
+    Checker(std::string drawing, std::string prices) : m_drawing(std::move(drawing)), m_prices(std::move(prices)) {}
+
+    void unpricedBlocks(const DrawingTally& tally, const std::vector<PriceListLine>& lines) {
+        std::set<std::wstring> priced;
+        for (const auto& line : lines) {
+            if (line.kind == PriceListLineKind::Row) priced.insert(keyOf(line.row.name));
+        }
+        for (const auto& block : tally.blocks) {
+            if (block.name.starts_with(L'*') || priced.contains(keyOf(block.name))) continue;
+            add({"no_price", m_drawing, {}, block.name,
+                 quoted(block.name) + " has no price (" + references(block.references) + ")",
+                 block.references, {}, {}});
+        }
+    }
+
+    void pricesWithoutBlock(const std::vector<PriceListLine>& lines) {
+        BlockNamesCont names;
+        names.Load();
+        names.Sort();
+        for (const auto& line : lines) {
+            if (line.kind != PriceListLineKind::Row) continue;
+            if (BlockNamesContSort().Find(blname{line.row.name, 0}, names.Names()) >= 0) continue;
+            add({"not_in_drawing", m_prices, line.line, line.row.name,
+                 quoted(line.row.name) + " has a price, but the drawing defines no such block", {}, {}, {}});
+        }
+    }
+
+    void namesListedTwice(const std::vector<PriceListLine>& lines) {
+        std::map<std::wstring, const PriceListLine*> winners;  // the last row of each name wins
+        for (const auto& line : lines) {
+            if (line.kind == PriceListLineKind::Row) winners[keyOf(line.row.name)] = &line;
+        }
+        for (const auto& line : lines) {
+            if (line.kind != PriceListLineKind::Row) continue;
+            const PriceListLine* winner = winners[keyOf(line.row.name)];
+            if (winner == &line) continue;
+            std::string message = quoted(line.row.name) + " is listed again on line " +
+                                  std::to_string(winner->line);
+            if (winner->row.name != line.row.name) message += " as " + quoted(winner->row.name);
+            add({"listed_twice", m_prices, line.line, line.row.name,
+                 message + "; line " + std::to_string(winner->line) + " wins", {}, winner->line, {}});
+        }
+    }
+
+    void pricesThatAreNoNumbers(const std::vector<PriceListLine>& lines) {
+        for (const auto& line : lines) {
+            if (line.kind != PriceListLineKind::Row || isPlainNumber(line.row.price)) continue;
+            add({"not_a_number", m_prices, line.line, line.row.name,
+                 "the price " + quoted(line.row.price) + " of " + quoted(line.row.name) +
+                     " is not a number; it counts as " +
+                     EncodeText(FormatMoney(WToF(line.row.price)), TextFormat{}),
+                 {}, {}, line.row.price});
+        }
+    }
+
+    void skippedLines(const std::vector<PriceListLine>& lines) {
+        std::set<std::size_t> longLines;
+        for (const auto& line : lines) {
+            if (line.piece && longLines.insert(line.line).second)
+                add({"long_line", m_prices, line.line, {},
+                     "longer than 999 characters: read as several lines", {}, {}, {}});
+            if (line.moreFields)
+                add({"fields_ignored", m_prices, line.line, line.row.name,
+                     "the text after the third \"|\" is not read", {}, {}, {}});
+            if (const auto reason = skipReason(line))
+                add({"skipped_line", m_prices, line.line, {}, *reason, {}, {}, {}});
+        }
+    }
+
+    void unlinkedVariants(const DrawingTally& tally) {
+        for (const auto& block : tally.blocks) {
+            if (!block.unlinked) continue;
+            add({"unresolved_dynamic_block", m_drawing, {}, block.name,
+                 quoted(block.name) + " (" + references(block.references) +
+                     ") has no link to its dynamic block",
+                 block.references, {}, {}});
+        }
+        for (const auto& cycle : tally.cycles)
+            add({"nesting_cycle", m_drawing, {}, {},
+                 "blocks nest in a cycle (" + EncodeText(cycle, TextFormat{}) + ")", {}, {}, {}});
+    }
+
+    const std::vector<Finding>& findings() const { return m_findings; }
+
+private:
+    static std::string references(std::int64_t count) {
+        return std::to_string(count) + (count == 1 ? " reference" : " references");
+    }
+
+    static std::optional<std::string> skipReason(const PriceListLine& line) {
+        switch (line.kind) {
+            case PriceListLineKind::Row: return std::nullopt;
+            case PriceListLineKind::Empty: return "an empty line, skipped";
+            case PriceListLineKind::NoName: return "no block name, line skipped";
+            case PriceListLineKind::NoPrice: return "no price for " + quoted(line.row.name) + ", line skipped";
+            case PriceListLineKind::Unread: return std::string("the last line has no line break and is not read");
+        }
+        return std::nullopt;
+    }
+
+    void add(Finding finding) { m_findings.push_back(std::move(finding)); }
+
+    std::string m_drawing;
+    std::string m_prices;
+    std::vector<Finding> m_findings;
+};
+
+std::string location(const Finding& finding) {
+    return finding.line ? finding.file + ":" + std::to_string(*finding.line) : finding.file;
+}
+
+void printText(const std::vector<Finding>& findings) {
+    for (const auto& finding : findings)
+        std::printf("%s: %s\n", location(finding).c_str(), finding.message.c_str());
+}
+
+void printJson(const std::string& drawing, const std::string& prices, const std::vector<Finding>& findings) {
+    JsonWriter json;
+    json.beginObject();
+    json.key("drawing");
+    json.value(std::wstring_view(WidePath(drawing)));
+    json.key("prices");
+    json.value(std::wstring_view(WidePath(prices)));
+    json.key("findings");
+    json.beginArray();
+    for (const auto& finding : findings) {
+        json.beginObject();
+        json.key("kind");
+        json.value(std::string_view(finding.kind));
+        json.key("file");
+        json.value(std::wstring_view(WidePath(finding.file)));
+        json.key("line");
+        if (finding.line) {
+            json.value(static_cast<std::int64_t>(*finding.line));
+        } else {
+            json.null();
+        }
+        if (finding.block) {
+            json.key("block");
+            json.value(std::wstring_view(*finding.block));
+        }
+        if (finding.references) {
+            json.key("references");
+            json.value(*finding.references);
+        }
+        if (finding.winningLine) {
+            json.key("winning_line");
+            json.value(static_cast<std::int64_t>(*finding.winningLine));
+        }
+        if (finding.price) {
+            json.key("price");
+            json.value(std::wstring_view(*finding.price));
+        }
+        json.key("message");
+        json.value(std::wstring_view(WidePath(location(finding) + ": " + finding.message)));
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+    std::fputs(json.text().c_str(), stdout);
+}
+
+}  // namespace
+
+int runCheckCommand(const std::vector<std::string>& arguments) {
+    const ParseResult parsed = parseArguments(arguments, kOptions);
+    if (!parsed.arguments) return usageError(parsed.error);
+    const ParsedArguments& args = *parsed.arguments;
+    if (args.positional.size() != 1) return usageError("check takes one drawing");
+    if (!args.has("--prices")) return usageError("check needs --prices LIST");
+    const std::string drawing = args.positional.front();
+    const std::string prices = *args.value("--prices");
+    if (const std::string reason = unreadableReason(prices); !reason.empty()) return fail(prices, reason);
+    const auto list = ReadTextFile(WidePath(prices));
+    if (!list) return fail(prices, "cannot be read");
+    const std::vector<PriceListLine> lines = ScanPriceList(list->text);
+
+    auto session = DrawingSession::open(drawing);
+    if (!session) return kExitFailure;
+    TallyOptions options;
+    options.nested = args.has("--nested");
+    options.recordNames = args.has("--record-names");
+    auto tally = tallyDrawing(session->document(), drawing, options);
+    if (!tally.isOk()) {
+        std::fprintf(stderr, "%s\n", tally.errorString().c_str());
+        return kExitFailure;
+    }
+
+    Checker checker(drawing, prices);
+    checker.unpricedBlocks(tally.value(), lines);
+    checker.pricesWithoutBlock(lines);
+    checker.namesListedTwice(lines);
+    checker.pricesThatAreNoNumbers(lines);
+    checker.skippedLines(lines);
+    checker.unlinkedVariants(tally.value());
+    if (args.has("--json")) {
+        printJson(drawing, prices, checker.findings());
+    } else {
+        printText(checker.findings());
+    }
+    return checker.findings().empty() ? kExitOk : kExitFound;
+}

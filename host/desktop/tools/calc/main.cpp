@@ -1,0 +1,61 @@
+// tarnwick-calc: the calculation dialog over a DXF drawing, with Qt's file and alert boxes and the
+// table's corner typed on the console.
+#include <unistd.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <clocale>
+#include <cstdio>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/desktop/services/qthostdialogs.h"
+#include "host/desktop/services/qtwindowservices.h"
+#include "host/desktop/tools/calc/calceditor.h"
+#include "host/desktop/tools/calc/calctool.h"
+
+namespace {
+
+// The settings live where a module installed for this user would keep them, so that the tools
+// of the module share them.
+std::wstring moduleFileInConfigFolder() {
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/tarnwick";
+    QDir().mkpath(folder);
+    return (folder + "/Tarnwick.arx").toStdWString();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationDisplayName(QStringLiteral("Tarnwick"));
+    std::setlocale(LC_ALL, "");
+    const QtWindowServices windowServices;
+
+    CalcToolIo io;
+    io.askFile = [](const std::wstring& title, const std::wstring& defaultName,
+                    const std::wstring& extension, int flags, std::wstring& path) {
+        return runFileDialog(nullptr, title, defaultName, extension, flags, path);
+    };
+    io.showAlert = [](const std::wstring& message) { showAlertBox(nullptr, message); };
+    io.readLine = []() -> std::optional<std::string> {
+        std::string line;
+        if (!std::getline(std::cin, line)) return std::nullopt;
+        // Answers piped in are shown after their prompts, as if typed.
+        if (!::isatty(STDIN_FILENO)) std::printf("%s\n", line.c_str());
+        return line;
+    };
+    io.write = [](const std::string& text) {
+        std::fputs(text.c_str(), stdout);
+        std::fflush(stdout);
+    };
+    io.report = [](const std::string& line) { std::fprintf(stderr, "%s\n", line.c_str()); };
+
+    // QApplication has taken its own options (-platform ...) out of argv.
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    return runCalcTool(arguments, io, moduleFileInConfigFolder());
+}

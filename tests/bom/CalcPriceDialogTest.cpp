@@ -1,0 +1,271 @@
+// The calculation dialog's buttons and settings, clicked for real: another price list attached,
+// the report saved, the table drawn, the settings read and written.
+#include <QApplication>
+#include <QCheckBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <algorithm>
+#include <filesystem>
+
+#include "bom/CalcPriceState.h"
+#include "pricelist/PriceListFile.h"
+#include "resources/BomReportTemplate.h"
+#include "resources/DialogBuilder.h"
+#include "tests/ModalDialogs.h"
+#include "tests/bom/CalcDialogFixture.h"
+
+namespace {
+
+using CalcPriceDialogTest = CalcDialogFixture;
+
+const char* const kDoorsReport =
+    "Block name Item Price   Quantity          Description      Total\n"
+    "      door     450.00          4        Interior door    1800.00\n"
+    "    window     620.00         10        Window 120 cm    6200.00\n"
+    "      desk     380.00          0          Office desk       0.00\n"
+    "     chair       0.00          2                            0.00\n"
+    "  Summary:                                               8000.00\n";
+
+std::vector<std::string> FolderEntries(const std::string& folder) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+QLabel* FileLabel(const CalcPriceDialog& dialog) {
+    return qobject_cast<QLabel*>(GetDlgItem(dialog, IDC_REPORT_FILE_LABEL));
+}
+
+TEST_F(CalcPriceDialogTest, IsTheOneOpenCalculationDialogWhileItLives) {
+    {
+        CalcPriceDialog dialog;
+        EXPECT_EQ(calcPriceDialog, &dialog);
+        EXPECT_EQ(dialog.windowTitle(), "BOM Report");
+    }
+    EXPECT_EQ(calcPriceDialog, nullptr);
+}
+
+TEST_F(CalcPriceDialogTest, TheFileLabelShowsTheListAndTheCheckBoxTheFlag) {
+    showPricesFlag = 0;
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    EXPECT_EQ(FileLabel(*dialog)->text().toStdWString(), m_folder.wpath("list.prc"));
+    EXPECT_EQ(FileLabel(*dialog)->toolTip().toStdWString(), m_folder.wpath("list.prc"));
+    const auto* check = qobject_cast<QCheckBox*>(GetDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
+    ASSERT_NE(check, nullptr);
+    EXPECT_FALSE(check->isChecked());
+    EXPECT_EQ(dialog->Grid().GetColWidth(kPriceColumn), 0);
+}
+
+TEST_F(CalcPriceDialogTest, AttachNewLoadsTheOtherListAndCountsAgain) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    const std::wstring second = WriteList("chairs.prc", "Chair|99.5|Swivel chair\nDoor|500|Oak\n");
+    m_editor.answerFile(RTNORM, second);
+    m_editor.answerSelection(RTNORM, DoorsDrawing());
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_ATTACH));
+
+    EXPECT_EQ(m_editor.callsOf(L"acedGetFileD"),
+              (std::vector<RecordedCall>{
+                  {L"acedGetFileD", {L"Open", m_folder.wpath("list.prc"), L"prc", L"2"}}}));
+    EXPECT_EQ(m_editor.callsOf(L"acedSSGet").size(), 1u);
+    EXPECT_EQ(dialog->Grid().ShownRows(),
+              (std::vector<BomRow>{{L"chair", L"99.50", L"2", L"Swivel chair", L"199.00"},
+                                   {L"door", L"500.00", L"4", L"Oak", L"2000.00"},
+                                   {L"window", L"0.00", L"10", L"", L"0.00"},
+                                   {L"Summary:", L"", L"", L"", L"2199.00"}}));
+    EXPECT_EQ(lastCalcFileName, second);
+    EXPECT_EQ(FileLabel(*dialog)->text().toStdWString(), second);
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(CalcPriceDialogTest, AttachNewWithAnUnreadableListAlertsAndKeepsTheBill) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    const std::wstring missing = m_folder.wpath("missing.prc");
+    m_editor.answerFile(RTNORM, missing);
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_ATTACH));
+    EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
+              (std::vector<RecordedCall>{
+                  {L"acedAlert", {L"File " + missing + L" could  not be opened"}}}));
+    EXPECT_TRUE(m_editor.callsOf(L"acedSSGet").empty());
+    EXPECT_EQ(dialog->Grid().ShownRows(), kDoorsBill);
+    EXPECT_EQ(lastCalcFileName, m_folder.wpath("list.prc"));
+}
+
+TEST_F(CalcPriceDialogTest, AttachNewCancelledChangesNothing) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    m_editor.answerFile(RTERROR);
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_ATTACH));
+    EXPECT_TRUE(m_editor.callsOf(L"acedSSGet").empty());
+    EXPECT_EQ(dialog->Grid().ShownRows(), kDoorsBill);
+}
+
+TEST_F(CalcPriceDialogTest, AttachNewWithTheSelectionCancelledLeavesTheGridEmpty) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    m_editor.answerFile(RTNORM, WriteList("other.prc", "Desk|1|x\n"));
+    m_editor.answerSelection(RTCAN);
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_ATTACH));
+    EXPECT_EQ(dialog->Grid().GetNumberRows(), 0);
+    EXPECT_EQ(lastCalcFileName, m_folder.wpath("other.prc"));
+    EXPECT_EQ(FileLabel(*dialog)->text().toStdWString(), m_folder.wpath("list.prc"));
+}
+
+TEST_F(CalcPriceDialogTest, SaveToFileProposesListDashDrawingAndWritesTheReport) {
+    m_editor.setVariable(L"DWGNAME", resbuf::stringValue(L"plan.dxf"));
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    m_editor.answerFile(RTNORM, m_folder.wpath("chosen.txt"));
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SAVE));
+    EXPECT_EQ(m_editor.callsOf(L"acedGetFileD"),
+              (std::vector<RecordedCall>{
+                  {L"acedGetFileD", {L"Save as", m_folder.wpath("list-plan.txt"), L"txt", L"1"}}}));
+    EXPECT_EQ(m_folder.read("chosen.txt"), kDoorsReport);
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(CalcPriceDialogTest, TheReportFollowsTheSortAndTheHiddenPrices) {
+    m_editor.setVariable(L"DWGNAME", resbuf::stringValue(L"plan.dxf"));
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    ClickHeading(dialog->Grid(), kQuantityColumn);
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
+    m_editor.answerFile(RTNORM, m_folder.wpath("hidden.txt"));
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SAVE));
+    EXPECT_EQ(m_folder.read("hidden.txt"),
+              "Block name   Quantity          Description\n"
+              "      desk          0          Office desk\n"
+              "     chair          2                     \n"
+              "      door          4        Interior door\n"
+              "    window         10        Window 120 cm\n");
+}
+
+TEST_F(CalcPriceDialogTest, WithoutAListTheProposalIsTheDrawingsName) {
+    m_editor.setVariable(L"DWGNAME", resbuf::stringValue(L"plan.dxf"));
+    const auto dialog = OpenDialog("", DoorsDrawing());
+    m_editor.answerFile(RTERROR);
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SAVE));
+    EXPECT_EQ(
+        m_editor.callsOf(L"acedGetFileD"),
+        (std::vector<RecordedCall>{{L"acedGetFileD", {L"Save as", L"plan.txt", L"txt", L"1"}}}));
+    EXPECT_TRUE(m_editor.callsOf(L"acedAlert").empty());
+}
+
+TEST_F(CalcPriceDialogTest, AReportThatCannotBeWrittenAlertsAndLeavesNoFile) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    const std::vector<std::string> before = FolderEntries(m_folder.path(""));
+    for (const std::wstring& target :
+         {m_folder.wpath("no such folder/report.txt"), m_folder.wpath("")}) {
+        m_editor.clearCalls();
+        m_editor.answerFile(RTNORM, target);
+        ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SAVE));
+        EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
+                  (std::vector<RecordedCall>{
+                      {L"acedAlert", {L"File " + target + L" could  not be opened"}}}));
+    }
+    EXPECT_EQ(FolderEntries(m_folder.path("")), before);
+    EXPECT_TRUE(dialog->isVisible());
+}
+
+TEST_F(CalcPriceDialogTest, InsertDrawsTheTableBlockAndEndsWithOk) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_INSERT));
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(dialog->result(), IDOK);
+    EXPECT_EQ(dialog->TableBlockName(), L"QTB0001");
+
+    const MemoryDatabase::BlockRecord* table = m_database.recordNamed(L"QTB0001");
+    ASSERT_NE(table, nullptr);
+    std::vector<std::wstring> tags;
+    std::size_t lines = 0;
+    for (const auto& entity : table->entities) {
+        if (const auto* definition = std::get_if<AcDbAttributeDefinition>(&entity)) {
+            tags.push_back(definition->tag + L"=" + definition->textString);
+        } else {
+            ++lines;
+        }
+    }
+    // The top rule, the rule under the headings, one under each of the five rows, six verticals.
+    EXPECT_EQ(lines, 1u + 1u + 5u + 6u);
+    ASSERT_EQ(tags.size(), 5u + 5u * 5u);
+    EXPECT_EQ(tags[0], L"BLOCKNAME=Block name");
+    EXPECT_EQ(tags[5], L"BLOCKNAME1=door");
+    EXPECT_EQ(tags[25], L"BLOCKNAME5=Summary:");
+    EXPECT_EQ(tags[29], L"TOTAL5=8000.00");
+    EXPECT_EQ(m_database.textStyles().back().name, L"QTBTABLE");
+    // Five rows and the headings, three units each; widths in characters at 1.2 units each.
+    EXPECT_DOUBLE_EQ(dialog->TableHeight(), 18.0);
+    EXPECT_DOUBLE_EQ(dialog->TableWidth(), 1.2 * (11 + 11 + 9 + 14 + 8));
+    EXPECT_EQ(table->origin, (AcGePoint3d{0.0, 2.0, 0.0}));
+    // The settings were saved first.
+    EXPECT_FALSE(Settings("tarnwick2.set").empty());
+}
+
+TEST_F(CalcPriceDialogTest, InsertNumbersOnAndStopsAfterQtb9999) {
+    m_database.addBlock(L"qtb0041");
+    auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_INSERT));
+    EXPECT_EQ(dialog->TableBlockName(), L"QTB0042");
+
+    m_database.addBlock(L"QTB9999");
+    dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_INSERT));
+    EXPECT_EQ(
+        m_editor.callsOf(L"acedAlert"),
+        (std::vector<RecordedCall>{{L"acedAlert", {L"Too large number for name of table price"}}}));
+    EXPECT_EQ(dialog->result(), IDCANCEL);
+    EXPECT_EQ(m_database.recordNamed(L"QTB10000"), nullptr);
+}
+
+TEST_F(CalcPriceDialogTest, CloseAndTheCloseBoxWriteTheSettings) {
+    auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    DragDivider(dialog->Grid(), kNameColumn, 20);
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));  // the hidden columns keep theirs
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_CLOSE));
+    EXPECT_EQ(dialog->result(), IDCANCEL);
+    const int share = 4 * (dialog->Grid().contentsRect().width() / 20);
+    const std::string s = std::to_string(share) + " ";
+    EXPECT_EQ(Settings("tarnwick2.set"), std::to_string(share + 20) + " " + s + s + s + s);
+    EXPECT_EQ(Settings("filename.set"), m_folder.path("list.prc"));
+
+    std::filesystem::remove(m_folder.path("tarnwick2.set"));
+    dialog = OpenDialog("", {});
+    lastCalcFileName = L"/lists/other.prc";
+    dialog->close();
+    EXPECT_EQ(dialog->result(), IDCANCEL);
+    EXPECT_EQ(Settings("filename.set"), "/lists/other.prc");
+    EXPECT_FALSE(Settings("tarnwick2.set").empty());
+}
+
+TEST_F(CalcPriceDialogTest, EscapeOnAButtonEndsWithoutWritingTheSettings) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    QWidget* close = GetDlgItem(*dialog, IDC_REPORT_CLOSE);
+    close->setFocus();
+    QTest::keyClick(close, Qt::Key_Escape);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(dialog->result(), IDCANCEL);
+    EXPECT_FALSE(std::filesystem::exists(m_folder.path("tarnwick2.set")));
+}
+
+TEST_F(CalcPriceDialogTest, SettingsGiveTheWidthsAndTheFileNameUpToItsFirstBlank) {
+    m_folder.write("tarnwick2.set", "120 40 60 200 70 ");
+    m_folder.write("filename.set", "/my lists/doors.prc");
+    CalcPriceDialog dialog;
+    dialog.LoadSettings();
+    EXPECT_EQ(lastCalcFileName, L"/my");
+    dialog.OnInitDialog();
+    std::vector<int> widths;
+    for (int col = 0; col < kBomColumnCount; ++col)
+        widths.push_back(dialog.Grid().GetColWidth(col));
+    EXPECT_EQ(widths, (std::vector<int>{120, 40, 60, 200, 70}));
+}
+
+TEST_F(CalcPriceDialogTest, AClickOnTheDialogTakesTheFocus) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    QApplication::setActiveWindow(dialog.get());
+    dialog->Grid().setFocus();
+    ASSERT_FALSE(dialog->hasFocus());
+    QTest::mouseClick(dialog.get(), Qt::LeftButton, {},
+                      QPoint(dialog->width() - 4, dialog->height() / 2));
+    EXPECT_TRUE(dialog->hasFocus());
+}
+
+}  // namespace

@@ -1,0 +1,179 @@
+// The calculation grid in its dialog, with real clicks and drags: the bill and its summary row,
+// heading sorts that keep "Summary:" last, hidden prices and the column widths around them.
+#include <QCheckBox>
+#include <QTest>
+
+#include "bom/CalcPriceState.h"
+#include "grid/CUGCell.h"
+#include "grid/CUGGrid.h"
+#include "grid/CUGSortArrowType.h"
+#include "resources/BomReportTemplate.h"
+#include "resources/DialogBuilder.h"
+#include "tests/ModalDialogs.h"
+#include "tests/bom/CalcDialogFixture.h"
+
+namespace {
+
+using MyCug2Test = CalcDialogFixture;
+
+std::vector<std::wstring> Names(std::initializer_list<const wchar_t*> names) {
+    return {names.begin(), names.end()};
+}
+
+int HeadingArrow(MyCug2& grid, int col) {
+    CUGCell cell;
+    grid.GetCell(col, -1, &cell);
+    return cell.GetCellTypeEx();
+}
+
+std::vector<int> Widths(MyCug2& grid) {
+    std::vector<int> widths;
+    for (int col = 0; col < kBomColumnCount; ++col) widths.push_back(grid.GetColWidth(col));
+    return widths;
+}
+
+TEST_F(MyCug2Test, ShowsTheBillWithTheSummaryRowLast) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    MyCug2& grid = dialog->Grid();
+    EXPECT_EQ(grid.GetNumberCols(), 5);
+    EXPECT_EQ(grid.ShownRows(), kDoorsBill);
+    for (int col = 0; col < kBomColumnCount; ++col)
+        EXPECT_EQ(grid.QuickGetText(col, -1),
+                  std::wstring(BomColumnTitles[static_cast<std::size_t>(col)]));
+    EXPECT_EQ(grid.GetSideHdgWidth(), 0);
+    EXPECT_EQ(grid.GetStandardRowHeight(), QFontMetrics(grid.font()).height() + 3);
+    EXPECT_EQ(HeadingArrow(grid, 0), UGCT_SORTARROWUP);
+}
+
+TEST_F(MyCug2Test, AnEmptyBillHasNoSummaryRow) {
+    const auto dialog = OpenDialog("", {});
+    EXPECT_EQ(dialog->Grid().GetNumberRows(), 0);
+}
+
+TEST_F(MyCug2Test, HeadingClicksSortAndKeepTheSummaryLast) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    MyCug2& grid = dialog->Grid();
+
+    ClickHeading(grid, kQuantityColumn);
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
+    EXPECT_EQ(HeadingArrow(grid, kQuantityColumn), UGCT_SORTARROWUP);
+    EXPECT_EQ(HeadingArrow(grid, kNameColumn), 0);
+
+    ClickHeading(grid, kQuantityColumn);
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"window", L"door", L"chair", L"desk", L"Summary:"}));
+    EXPECT_EQ(HeadingArrow(grid, kQuantityColumn), UGCT_SORTARROWDOWN);
+
+    ClickHeading(grid, kQuantityColumn);
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
+    EXPECT_EQ(grid.GetNumberRows(), 5);
+    EXPECT_EQ(grid.ShownRows().back(), kDoorsBill.back());
+}
+
+TEST_F(MyCug2Test, TheNameColumnStartsAscendingSoItsFirstClickSortsDescending) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    MyCug2& grid = dialog->Grid();
+    ClickHeading(grid, kNameColumn);
+    EXPECT_FALSE(grid.SortedAscending());
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"window", L"door", L"desk", L"chair", L"Summary:"}));
+    ClickHeading(grid, kNameColumn);
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"chair", L"desk", L"door", L"window", L"Summary:"}));
+}
+
+TEST_F(MyCug2Test, EmptyDescriptionsGoLastEitherWayAndEqualTotalsKeepTheirOrder) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    MyCug2& grid = dialog->Grid();
+    ClickHeading(grid, kDescriptionColumn);
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"door", L"desk", L"window", L"chair", L"Summary:"}));
+    ClickHeading(grid, kDescriptionColumn);
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"window", L"desk", L"door", L"chair", L"Summary:"}));
+    ClickHeading(grid, kTotalColumn);
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"desk", L"chair", L"door", L"window", L"Summary:"}));
+    ClickHeading(grid, kPriceColumn);
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"chair", L"desk", L"door", L"window", L"Summary:"}));
+}
+
+TEST_F(MyCug2Test, OnAnEmptyGridEveryClickAppendsTheStoredSummaryUntilTwoStand) {
+    const auto dialog = OpenDialog("", {});
+    MyCug2& grid = dialog->Grid();
+    const BomRow summary{L"Summary:", L"", L"", L"", L"0.00"};
+    ClickHeading(grid, kQuantityColumn);
+    EXPECT_EQ(grid.ShownRows(), std::vector<BomRow>{summary});
+    ClickHeading(grid, kQuantityColumn);
+    EXPECT_EQ(grid.ShownRows(), std::vector<BomRow>(2, summary));
+    ClickHeading(grid, kTotalColumn);
+    EXPECT_EQ(grid.ShownRows(), std::vector<BomRow>(2, summary));
+}
+
+TEST_F(MyCug2Test, WithoutSettingsTheFiveColumnsShareTheWidth) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    MyCug2& grid = dialog->Grid();
+    const int share = 4 * (grid.contentsRect().width() / 20);
+    EXPECT_GT(share, 40);
+    EXPECT_EQ(Widths(grid), std::vector<int>(5, share));
+}
+
+TEST_F(MyCug2Test, HidingPricesAndShowingThemAgainRestoresTheWidths) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    MyCug2& grid = dialog->Grid();
+    DragDivider(grid, kPriceColumn, -30);
+    DragDivider(grid, kTotalColumn, 25);
+    const std::vector<int> before = Widths(grid);
+    ASSERT_NE(before[kPriceColumn], before[kTotalColumn]);
+
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
+    EXPECT_EQ(showPricesFlag, 0);
+    EXPECT_EQ(Widths(grid), (std::vector<int>{before[0], 0, before[2], before[3], 0}));
+    DragDivider(grid, kQuantityColumn, 40);  // snaps back
+
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
+    EXPECT_EQ(showPricesFlag, 1);
+    EXPECT_EQ(Widths(grid), before);
+}
+
+TEST_F(MyCug2Test, SizingAColumnWhilePricesAreHiddenSnapsBack) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    MyCug2& grid = dialog->Grid();
+    DragDivider(grid, kDescriptionColumn, 30);  // free while prices show
+    const std::vector<int> shown = Widths(grid);
+    EXPECT_EQ(shown[kDescriptionColumn], 4 * (grid.contentsRect().width() / 20) + 30);
+
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
+    const std::vector<int> hidden = Widths(grid);
+    DragDivider(grid, kQuantityColumn, 20);
+    DragDivider(grid, kQuantityColumn, -20);
+    EXPECT_EQ(Widths(grid), hidden);
+    // At the name column's edge the hidden price column is the one grabbed; it stays shut.
+    DragDivider(grid, kNameColumn, 35);
+    EXPECT_EQ(Widths(grid), hidden);
+}
+
+TEST_F(MyCug2Test, HiddenPricesLeaveThePriceColumnsOutOfTheReportRows) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
+    std::int32_t widths[kBomColumnCount];
+    dialog->Grid().ComputeColumnChars(widths, kBomColumnCount);
+    EXPECT_EQ(std::vector<std::int32_t>(widths, widths + kBomColumnCount),
+              (std::vector<std::int32_t>{11, 0, 9, 14, 0}));
+}
+
+TEST_F(MyCug2Test, EscapeInTheGridSavesAndCloses) {
+    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
+    QTest::keyClick(dialog->Grid().GetGridWindow(), Qt::Key_Escape);
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(dialog->result(), IDCANCEL);
+    const int share = 4 * (dialog->Grid().contentsRect().width() / 20);
+    const std::string width = std::to_string(share) + " ";
+    EXPECT_EQ(Settings("tarnwick2.set"), width + width + width + width + width);
+    EXPECT_EQ(Settings("filename.set"), m_folder.path("list.prc"));
+}
+
+}  // namespace

@@ -1,0 +1,182 @@
+// `tarnwick bom` and `blocks` run as a user runs them on drawings of other scripts and of dynamic
+// and nested blocks: names in code pages 1251, 1252 and 1253 and in escapes counted as the list
+// spells them, variants counted under the dynamic block's name, nested references multiplied.
+#include <gtest/gtest.h>
+
+#include "tests/RunProcess.h"
+#include "tests/TempFolder.h"
+#include "tests/host/DrawingFixture.h"
+#include "tests/host/EncodedNameDrawings.h"
+
+namespace {
+
+const std::string kTarnwick = TARNWICK_EXECUTABLE;
+
+// Rows of the JSON output as "name quantity total" lines, with "<" and the variants a row was
+// resolved from, or "unresolved".
+std::string jsonRows(const std::string& json) {
+    std::string rows;
+    std::size_t at = 0;
+    auto field = [&](const std::string& key, std::size_t from, std::size_t to) -> std::string {
+        const std::size_t start = json.find("\"" + key + "\": ", from);
+        if (start == std::string::npos || start > to) return "";
+        const std::size_t value = start + key.size() + 4;
+        const std::size_t end = key == "resolved_from" ? json.find(']', value) + 1
+                                                       : json.find_first_of(",\n", value);
+        return json.substr(value, end - value);
+    };
+    while ((at = json.find("\"name\": ", at)) != std::string::npos) {
+        const std::size_t end = json.find("\n    }", at);
+        std::string from = field("resolved_from", at, end);
+        from.erase(std::remove_if(from.begin(), from.end(), [](char c) { return c == ' ' || c == '\n'; }),
+                   from.end());
+        rows += field("name", at, end) + " " + field("quantity", at, end) + " " + field("total", at, end) +
+                (from.empty() ? "" : " < " + from) +
+                (field("unresolved", at, end).empty() ? "" : " unresolved") + "\n";
+        at = end;
+    }
+    return rows;
+}
+
+class ConsoleCounting : public ::testing::Test {
+protected:
+    ProcessResult bom(const FixtureDrawing& drawing, const std::string& prices,
+                      std::vector<std::string> extra) {
+        m_folder.write("plan.dxf", fixtureBytes(drawing));
+        m_folder.write("list.prc", prices);
+        std::vector<std::string> args{"bom", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc")};
+        args.insert(args.end(), extra.begin(), extra.end());
+        return runProcess(kTarnwick, args);
+    }
+
+    TempFolder m_folder;
+};
+
+// A dynamic chair with linked variants, a variant whose link names nothing and one without any,
+// and a desk of a chair and a variant.
+FixtureDrawing office() {
+    FixtureDrawing drawing;
+    drawing.version = FixtureVersion::R2018;
+    drawing.blocks = {{"Chair", {}, ""},   {"*U1", {}, "Chair"}, {"*U2", {}, "Chair"},
+                      {"*U3", {}, "#FFFF"}, {"*U4", {}, ""},
+                      {"Desk", {{"Chair", 0, 0}, {"*U2", 1, 0}}, ""}};
+    drawing.references = {{"*U1", 0, 0}, {"Desk", 1, 0}, {"Desk", 2, 0}, {"*U3", 3, 0},
+                          {"*U4", 4, 0}, {"*U4", 5, 0}, {"*U2", 6, 0}, {"chair", 7, 0}};
+    return drawing;
+}
+
+TEST_F(ConsoleCounting, DynamicBlocksCountUnderTheirOwnNameAndSaySoInJson) {
+    const ProcessResult result = bom(office(), "CHAIR|25.5|swivel\n", {"--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(jsonRows(result.out),
+              "\"chair\" 3 76.50 < [\"*U1\",\"*U2\"]\n"
+              "\"desk\" 2 0.00\n"
+              "\"*u3\" 1 0.00 unresolved\n"
+              "\"*u4\" 2 0.00 unresolved\n");
+    EXPECT_EQ(result.err, m_folder.path("plan.dxf") +
+                              ": 3 references to 2 anonymous \"*U\" blocks without a link to a "
+                              "dynamic block, counted under the anonymous names\n");
+}
+
+TEST_F(ConsoleCounting, RecordNamesCountAsTheModuleCounts) {
+    const ProcessResult result = bom(office(), "CHAIR|25.5|swivel\n", {"--json", "--record-names"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(jsonRows(result.out),
+              "\"chair\" 1 25.50\n"
+              "\"*u1\" 1 0.00\n"
+              "\"desk\" 2 0.00\n"
+              "\"*u3\" 1 0.00\n"
+              "\"*u4\" 2 0.00\n"
+              "\"*u2\" 1 0.00\n");
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(ConsoleCounting, NestedReferencesMultiplyAlongTheNesting) {
+    FixtureDrawing drawing;
+    drawing.blocks = {{"Chair", {}, ""}, {"Desk", {{"Chair", 0, 0}, {"Chair", 1, 0}}, ""}};
+    drawing.references = {{"Desk", 0, 0}, {"Desk", 5, 0}, {"Desk", 10, 0}};
+    const std::string prices = "Desk|100|\nChair|25|\n";
+    ProcessResult result = bom(drawing, prices, {"--nested"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out,
+              "Block name Item Price   Quantity          Description      Total\n"
+              "      desk     100.00          3                          300.00\n"
+              "     chair      25.00          6                          150.00\n"
+              "  Summary:                                                450.00\n");
+    result = bom(drawing, prices, {});
+    EXPECT_NE(result.out.find("     chair      25.00          0"), std::string::npos) << result.out;
+}
+
+TEST_F(ConsoleCounting, ACycleOfBlocksIsFollowedOnceAndNamed) {
+    FixtureDrawing drawing;
+    drawing.version = FixtureVersion::R12;
+    drawing.blocks = {{"A", {{"B", 0, 0}}, ""}, {"B", {{"A", 0, 0}}, ""}};
+    drawing.references = {{"A", 0, 0}};
+    const ProcessResult result = bom(drawing, "A|1|\nB|2|\n", {"--nested"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.err, m_folder.path("plan.dxf") + ": blocks nest in a cycle (A > B > A); it is followed once\n");
+    EXPECT_EQ(result.out.substr(result.out.find("Summary:")), "Summary:                                                  4.00\n");
+}
+
+class ConsoleEncodedNames : public ::testing::TestWithParam<EncodedNameDrawing> {
+protected:
+    TempFolder m_folder;
+};
+
+TEST_P(ConsoleEncodedNames, CountAsTheListSpellsThemInAnotherCase) {
+    m_folder.write("plan.dxf", fixtureBytes(GetParam().drawing));
+    m_folder.write("list.prc", kEncodedNamePrices);
+    const ProcessResult result = runProcess(
+        kTarnwick, {"bom", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc"), "--json"});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    std::string expected;
+    for (const auto& [name, quantity, total] : GetParam().rows) {
+        std::string utf8;
+        for (const wchar_t c : name) {
+            const auto u = static_cast<unsigned>(c);
+            if (u < 0x80) {
+                utf8 += static_cast<char>(u);
+            } else {
+                utf8 += static_cast<char>(0xC0 | (u >> 6));
+                utf8 += static_cast<char>(0x80 | (u & 0x3F));
+            }
+        }
+        expected += "\"" + utf8 + "\" " + std::to_string(quantity) + " " +
+                    std::string(total.begin(), total.end()) + "\n";
+    }
+    EXPECT_EQ(jsonRows(result.out), expected);
+}
+
+TEST_P(ConsoleEncodedNames, HaveTheirPricesFoundByBlocks) {
+    m_folder.write("plan.dxf", fixtureBytes(GetParam().drawing));
+    m_folder.write("list.prc", kEncodedNamePrices);
+    const ProcessResult result = runProcess(
+        kTarnwick, {"blocks", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc")});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out.find("no price"), std::string::npos) << result.out;
+    EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'),
+              static_cast<long>(GetParam().sortedNames.size()));
+}
+
+INSTANTIATE_TEST_SUITE_P(CodePages, ConsoleEncodedNames, ::testing::ValuesIn(encodedNameDrawings()),
+                         [](const auto& info) {
+                             std::string name = info.param.file.substr(0, info.param.file.find('.'));
+                             for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
+                             return name;
+                         });
+
+TEST(ConsoleEncodedNamesBlocks, ListsNamesInTheirOrderWithCountsUnderAnyCase) {
+    TempFolder folder;
+    const EncodedNameDrawing latin = encodedNameDrawings()[1];
+    folder.write("plan.dxf", fixtureBytes(latin.drawing));
+    folder.write("list.prc", "\xc3\xa4rmel|3.10|sleeve\n");
+    const ProcessResult result =
+        runProcess(kTarnwick, {"blocks", folder.path("plan.dxf"), "--prices", folder.path("list.prc")});
+    ASSERT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out,
+              "\xc3\x84RMEL            3\n"
+              "\xce\xa9MEGA            2  no price\n"
+              "\xd0\xa1\xd1\x82\xd1\x83\xd0\xbb             1  no price\n");
+}
+
+}  // namespace

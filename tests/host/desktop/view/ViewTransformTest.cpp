@@ -1,0 +1,75 @@
+// The mapping between drawing and pixels, and the exclusive-or rules of the overlay vectors.
+#include <gtest/gtest.h>
+
+#include "host/desktop/view/overlayvectors.h"
+#include "host/desktop/view/viewtransform.h"
+
+namespace {
+
+void expectNear(ScenePoint actual, ScenePoint expected) {
+    EXPECT_NEAR(actual.x, expected.x, 1e-9);
+    EXPECT_NEAR(actual.y, expected.y, 1e-9);
+}
+
+TEST(ViewTransform, WorldYGoesUpPixelsGoDown) {
+    const ViewTransform view({10, 20}, 2.0, QSize(100, 50));
+    EXPECT_EQ(view.toScreen({10, 20}), QPointF(50, 25));
+    EXPECT_EQ(view.toScreen({11, 21}), QPointF(52, 23));
+    expectNear(view.toWorld({0, 0}), {-15, 32.5});
+    const SceneRect visible = view.visibleWorld();
+    EXPECT_EQ(visible, (SceneRect{-15, 7.5, 35, 32.5}));
+    const SceneTransform t = view.worldToScreen();
+    const ScenePoint p = t.map({11, 21});
+    EXPECT_EQ(QPointF(p.x, p.y), QPointF(52, 23));
+}
+
+TEST(ViewTransform, ZoomKeepsTheAnchorPanMovesWithThePixels) {
+    ViewTransform view({0, 0}, 1.0, QSize(200, 100));
+    const ScenePoint before = view.toWorld({30, 40});
+    view.zoomAbout({30, 40}, 4.0);
+    EXPECT_EQ(view.pixelsPerUnit(), 4.0);
+    expectNear(view.toWorld({30, 40}), before);
+    view.panBy({8, -4});
+    expectNear(view.toWorld({38, 36}), before);
+    view.zoomAbout({0, 0}, 0.0);  // refused
+    EXPECT_EQ(view.pixelsPerUnit(), 4.0);
+}
+
+TEST(ViewTransform, FitShowsTheWholeRectangle) {
+    ViewTransform view({}, 1.0, QSize(200, 100));
+    view.fit({0, 0, 10, 10}, 0.1);
+    // The height decides: 80 usable pixels for 10 units.
+    EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 8.0);
+    expectNear(view.center(), {5, 5});
+    view.fit({3, 3, 3, 3});
+    EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 1.0);
+    view.fit({0, 0, 0, 50}, 0.0);
+    EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 2.0);
+    view.fit(SceneRect{});
+    EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 2.0);
+}
+
+TEST(OverlayVectors, ExclusiveOrInkTakesAVectorAwayWhenDrawnAgain) {
+    OverlayVectors vectors;
+    const OverlayVector a{{0, 0}, {10, 0}, -1, false};
+    const OverlayVector b{{10, 0}, {10, 5}, -1, false};
+    vectors.draw(a);
+    vectors.draw(b);
+    EXPECT_EQ(vectors.vectors().size(), 2u);
+    vectors.draw(a);
+    EXPECT_EQ(vectors.vectors(), std::vector<OverlayVector>{b});
+    // The same vector the other way round covers the same pixels.
+    vectors.draw({{10, 5}, {10, 0}, -1, true});
+    EXPECT_TRUE(vectors.isEmpty());
+    // Ink of a colour stays, however often it is drawn.
+    const OverlayVector red{{0, 0}, {1, 1}, 1, false};
+    vectors.draw(red);
+    vectors.draw(red);
+    EXPECT_EQ(vectors.vectors().size(), 2u);
+    vectors.draw({{0, 0}, {1, 1}, -1, false});
+    EXPECT_EQ(vectors.vectors().size(), 3u);
+    vectors.clear();
+    EXPECT_TRUE(vectors.isEmpty());
+}
+
+}  // namespace

@@ -1,0 +1,132 @@
+// The blinking message label and the decimal-number edit, with their timers and keys.
+#include <gtest/gtest.h>
+
+#include <QTest>
+
+#include "host/scripted/scriptededitor.h"
+#include "pricelist/CEditReal.h"
+#include "pricelist/CStaticEx.h"
+
+namespace {
+
+TEST(CStaticEx, AMessageWithoutEndTimeBlinksWithABeepAtEachReturnUntilStopped) {
+    ScriptedEditor editor;
+    CStaticEx label;
+    label.ShowMessage(0, 200, L"Block name is absent");
+    EXPECT_EQ(label.text(), "Block name is absent");
+    EXPECT_EQ(label.BlinkState(), 1);
+    EXPECT_TRUE(label.IsTimerRunning(0));
+    EXPECT_FALSE(label.IsTimerRunning(1));
+
+    label.OnTimer(0);
+    EXPECT_TRUE(label.isEnabled());
+    EXPECT_EQ(label.BlinkState(), 0);
+    label.OnTimer(0);
+    EXPECT_FALSE(label.isEnabled());  // greyed
+    EXPECT_EQ(label.BlinkState(), 1);
+    label.OnTimer(0);
+    EXPECT_TRUE(label.isEnabled());
+    EXPECT_EQ(editor.calls(), (std::vector<RecordedCall>{{L"Beep", {L"100", L"100"}},
+                                                         {L"Beep", {L"100", L"100"}}}));
+    EXPECT_EQ(label.text(), "Block name is absent");
+
+    label.OnTimer(0);  // grey again, then stopped
+    label.StopMessage();
+    EXPECT_EQ(label.text(), "");
+    EXPECT_TRUE(label.isEnabled());
+    EXPECT_FALSE(label.IsTimerRunning(0));
+    EXPECT_FALSE(label.IsTimerRunning(1));
+}
+
+TEST(CStaticEx, AMessageWithAnEndTimeIsClearedByItsSecondTimer) {
+    ScriptedEditor editor;
+    CStaticEx label;
+    label.ShowMessage(1500, 100, L"Saved");
+    EXPECT_TRUE(label.IsTimerRunning(0));
+    EXPECT_TRUE(label.IsTimerRunning(1));
+    label.OnTimer(0);
+    label.OnTimer(0);
+    ASSERT_FALSE(label.isEnabled());
+    label.OnTimer(1);
+    EXPECT_EQ(label.text(), "");
+    EXPECT_TRUE(label.isEnabled());
+    EXPECT_FALSE(label.IsTimerRunning(0));
+    EXPECT_FALSE(label.IsTimerRunning(1));
+}
+
+TEST(CStaticEx, ANewMessageReplacesTheShownOneAndItsTimers) {
+    ScriptedEditor editor;
+    CStaticEx label;
+    label.ShowMessage(1500, 100, L"first");
+    label.ShowMessage(0, 200, L"second");
+    EXPECT_EQ(label.text(), "second");
+    EXPECT_TRUE(label.IsTimerRunning(0));
+    EXPECT_TRUE(label.IsTimerRunning(1));  // the first message's end timer is not stopped
+}
+
+TEST(CStaticEx, StoppingWhenNothingShowsChangesNothing) {
+    ScriptedEditor editor;
+    CStaticEx label;
+    label.StopMessage();
+    EXPECT_EQ(label.text(), "");
+    EXPECT_TRUE(label.isEnabled());
+    EXPECT_TRUE(editor.calls().empty());
+}
+
+struct Typed {
+    const wchar_t* text;
+    int character;
+    bool accepted;
+};
+
+const Typed kTyped[] = {
+    {L"12.5", '.', false},   // a second point
+    {L"12.5", '-', false},   // no sign
+    {L"12.5", '7', true},    // a digit
+    {L"12.5", 8, true},      // backspace
+    {L"125", '.', true},     // the first point
+    {L"", '.', true},
+    {L"1", 'e', false},      // no exponent
+    {L"1", '+', false},
+    {L"1", ' ', false},
+    {L"1", 0x0661, false},   // ARABIC-INDIC DIGIT ONE is no "0" to "9"
+    {L".", '0', true},
+    {L"99999999999999999999", '9', true},  // no limit on digits
+};
+
+TEST(CEditReal, TakesDigitsBackspaceAndOnePoint) {
+    for (const auto& [text, character, accepted] : kTyped)
+        EXPECT_EQ(CEditReal::AcceptsCharacter(text, character), accepted)
+            << character << " after \"" << QString::fromWCharArray(text).toStdString() << "\"";
+}
+
+TEST(CEditReal, KeysThatAreNoNumberAreDroppedWhileTyping) {
+    CEditReal edit;
+    QTest::keyClicks(&edit, "-12.5.e3a");
+    EXPECT_EQ(edit.text(), "12.53");
+    QTest::keyClick(&edit, Qt::Key_Backspace);
+    EXPECT_EQ(edit.text(), "12.5");
+}
+
+TEST(CEditReal, ASelectedPointStillRefusesANewOne) {
+    CEditReal edit;
+    edit.setText("1.5");
+    edit.setSelection(1, 1);
+    QTest::keyClick(&edit, '.');
+    EXPECT_EQ(edit.text(), "1.5");
+    QTest::keyClick(&edit, '7');
+    EXPECT_EQ(edit.text(), "175");
+}
+
+TEST(CEditReal, CursorKeysKeepTheirMeaning) {
+    CEditReal edit;
+    QTest::keyClicks(&edit, "15");
+    QTest::keyClick(&edit, Qt::Key_Left);
+    QTest::keyClick(&edit, '.');
+    EXPECT_EQ(edit.text(), "1.5");
+    QTest::keyClick(&edit, Qt::Key_Home);
+    QTest::keyClick(&edit, Qt::Key_Delete);
+    EXPECT_EQ(edit.text(), ".5");
+}
+
+}  // namespace
