@@ -13,7 +13,8 @@
 #include "host/desktop/services/qtwindowservices.h"
 #include "host/desktop/shell/commandline.h"
 #include "host/desktop/shell/desktopshell.h"
-#include "host/desktop/shell/placeholderview.h"
+#include "host/desktop/shell/viewsurface.h"
+#include "host/desktop/view/drawingview.h"
 
 namespace {
 
@@ -25,7 +26,8 @@ QString coordinates(double x, double y) {
 
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent),
-      m_view(new PlaceholderView),
+      m_view(new DrawingView),
+      m_surface(std::make_unique<ViewSurface>(*m_view)),
       m_commandLine(new CommandLine),
       m_cursorPosition(new QLabel) {
     auto* splitter = new QSplitter(Qt::Vertical, this);
@@ -37,6 +39,8 @@ MainWindow::MainWindow(QWidget* parent)
     setCentralWidget(splitter);
     const int lineHeight = m_commandLine->fontMetrics().lineSpacing();
     splitter->setSizes({600, 8 * lineHeight});
+    // Keys typed over the drawing go to the command line, as in a CAD program.
+    m_view->setFocusProxy(&m_commandLine->input());
 
     m_cursorPosition->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_cursorPosition->setText(coordinates(0.0, 0.0));
@@ -44,7 +48,7 @@ MainWindow::MainWindow(QWidget* parent)
     resize(1200, 800);
 
     m_windowServices = std::make_unique<QtWindowServices>(this);
-    m_shell = std::make_unique<DesktopShell>(*m_commandLine, *m_view);
+    m_shell = std::make_unique<DesktopShell>(*m_commandLine, *m_surface);
     m_shell->setDialogParent(this);
     DesktopShell& shell = *m_shell;
     shell.editor().setFileDialog([this](const QString& title, const QString& defaultName,
@@ -59,12 +63,18 @@ MainWindow::MainWindow(QWidget* parent)
         [this](const QString& message) { showAlertBox(this, message.toStdWString()); });
     connect(m_commandLine, &CommandLine::submitted, &shell, &DesktopShell::submitLine);
     connect(m_commandLine, &CommandLine::cancelled, &shell, &DesktopShell::cancel);
-    connect(m_view, &PlaceholderView::cursorMoved, &shell, [&shell](const QPointF& p) {
+    connect(m_view, &DrawingView::cursorMoved, &shell, [&shell](QPointF p) {
         shell.editor().cursorMoved({p.x(), p.y(), 0.0});
     });
-    connect(m_view, &PlaceholderView::pointClicked, &shell, [&shell](const QPointF& p) {
-        shell.editor().pointPicked({p.x(), p.y(), 0.0});
-    });
+    connect(m_view, &DrawingView::pointClicked, &shell,
+            [&shell](QPointF p, Qt::MouseButton button, Qt::KeyboardModifiers) {
+                if (button == Qt::LeftButton) {
+                    shell.editor().pointPicked({p.x(), p.y(), 0.0});
+                } else if (button == Qt::RightButton && shell.editor().isPrompting()) {
+                    // The right button is Enter while a prompt waits.
+                    shell.submitLine(QString());
+                }
+            });
     connect(&shell.editor(), &DesktopEditor::cursorPositionChanged, this,
             [this](double x, double y) { m_cursorPosition->setText(coordinates(x, y)); });
     connect(&shell, &DesktopShell::drawingChanged, this, &MainWindow::updateTitle);

@@ -1,4 +1,4 @@
-// The desktop host's main window: the drawing area over the command line, and a status line with
+// The desktop host's main window: the drawing view over the command line, and a status line with
 // the cursor's position in drawing units.
 #pragma once
 
@@ -7,9 +7,10 @@
 
 class CommandLine;
 class DesktopShell;
-class PlaceholderView;
+class DrawingView;
 class QLabel;
 class QtWindowServices;
+class ViewSurface;
 
 class MainWindow final : public QMainWindow {
     Q_OBJECT
@@ -19,7 +20,8 @@ public:
 
     DesktopShell& shell() { return *m_shell; }
     CommandLine& commandLine() { return *m_commandLine; }
-    PlaceholderView& view() { return *m_view; }
+    DrawingView& view() { return *m_view; }
+    ViewSurface& surface() { return *m_surface; }
     QLabel& cursorPosition() { return *m_cursorPosition; }
 
 protected:
@@ -28,7 +30,8 @@ protected:
 private:
     void updateTitle();
 
-    PlaceholderView* m_view;
+    DrawingView* m_view;
+    std::unique_ptr<ViewSurface> m_surface;
     CommandLine* m_commandLine;
     QLabel* m_cursorPosition;
     // The module's dialogs take this window as their parent; message boxes and the beep.

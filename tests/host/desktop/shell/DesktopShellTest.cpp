@@ -97,7 +97,7 @@ TEST_F(DesktopShellTest, TransparentCommandsRunWhileAnotherPrompts) {
 
 TEST_F(DesktopShellTest, SelectShowsWhatAWindowDraggedWithTheMouseTakes) {
     openFloorPlan();
-    PlaceholderView& view = m_window->view();
+    ViewSurface& view = m_window->surface();
     bool crossingShown = false;
     // A click on nothing at (13,13), the mouse dragged left and down, a click at (10.5,10.5).
     // One input a step: each waits for the prompt to ask again.
@@ -111,7 +111,9 @@ TEST_F(DesktopShellTest, SelectShowsWhatAWindowDraggedWithTheMouseTakes) {
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SELECT")));
     EXPECT_TRUE(crossingShown);
     EXPECT_FALSE(view.selectionRectangleShown());
-    EXPECT_TRUE(history().contains(QStringLiteral("Specify opposite corner: \n1 found\nSelect objects: \n1 selected\nCommand: ")))
+    // The crossing takes the plant at (11.4,11.4) and the two walls that run through it.
+    EXPECT_TRUE(history().contains(QStringLiteral(
+        "Specify opposite corner: \n3 found\nSelect objects: \n3 selected\nCommand: ")))
         << history().toStdString();
 }
 
@@ -191,19 +193,18 @@ TEST_F(DesktopShellTest, TheRubberBandFollowsTheMouseAndSetsTheScale) {
     DxfDocument& document = shell().drawing().document();
     const AcGePoint3d corner{10, 5, 0};
     const AcGePoint3d dragged{11.8, 4.5, 0};
-    PlaceholderView& view = m_window->view();
     std::size_t vectorsWhileDragging = 0;
     m_driver->click(corner).then([&] { moveMouse(*m_window, dragged); }).then([&] {
-        vectorsWhileDragging = view.vectorCount();
+        vectorsWhileDragging = vectorCount(*m_window);
         clickAt(*m_window, dragged);
     });
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("PLACEDOOR")));
-    const AcGePoint3d p0 = view.toDrawing(view.toWidget(corner).toPoint());
-    const AcGePoint3d p1 = view.toDrawing(view.toWidget(dragged).toPoint());
+    const AcGePoint3d p0 = onPixel(*m_window, corner);
+    const AcGePoint3d p1 = onPixel(*m_window, dragged);
     // The door is 0.9 by 0.9: dragged farther across than down, the width follows the cursor.
     const double scale = std::fabs(p1.x - p0.x) / 0.9;
     EXPECT_EQ(vectorsWhileDragging, 4u);
-    EXPECT_EQ(view.vectorCount(), 0u);
+    EXPECT_EQ(vectorCount(*m_window), 0u);
     AcDbBlockReference placed;
     ASSERT_EQ(
         document.openBlockReference(document.blockReferences(DxfSpace::Model).back().id, placed),

@@ -9,11 +9,18 @@ namespace {
 
 constexpr int kIdleTimeoutMs = 20000;
 
-QPoint widgetPoint(MainWindow& window, const AcGePoint3d& point) {
-    return window.view().toWidget(point).toPoint();
+}  // namespace
+
+QPoint widgetPoint(MainWindow& window, const AcGePoint3d& drawingPoint) {
+    return window.view().toScreen({drawingPoint.x, drawingPoint.y}).toPoint();
 }
 
-}  // namespace
+AcGePoint3d onPixel(MainWindow& window, const AcGePoint3d& drawingPoint) {
+    const ScenePoint p = window.view().toWorld(QPointF(widgetPoint(window, drawingPoint)));
+    return {p.x, p.y, 0.0};
+}
+
+std::size_t vectorCount(MainWindow& window) { return window.view().vectors().vectors().size(); }
 
 void typeLine(MainWindow& window, const QString& text) {
     CommandInput& input = window.commandLine().input();

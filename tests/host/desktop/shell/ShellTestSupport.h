@@ -13,11 +13,18 @@
 #include "host/desktop/shell/commandline.h"
 #include "host/desktop/shell/desktopshell.h"
 #include "host/desktop/shell/mainwindow.h"
-#include "host/desktop/shell/placeholderview.h"
+#include "host/desktop/shell/viewsurface.h"
+#include "host/desktop/view/drawingview.h"
 
 inline const std::filesystem::path kSourceDir = TARNWICK_SOURCE_DIR;
 inline const std::filesystem::path kTestModules = TARNWICK_TEST_MODULES;
 inline const std::filesystem::path kFloorPlan = kSourceDir / "examples" / "floorplan.dxf";
+
+// The view's pixel that shows a drawing point, and the drawing point that pixel stands for.
+QPoint widgetPoint(MainWindow& window, const AcGePoint3d& drawingPoint);
+AcGePoint3d onPixel(MainWindow& window, const AcGePoint3d& drawingPoint);
+// The editor's vectors the view shows now.
+std::size_t vectorCount(MainWindow& window);
 
 // Real events into the window's widgets.
 void typeLine(MainWindow& window, const QString& text);  // the text, then Enter
