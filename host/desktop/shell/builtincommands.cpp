@@ -66,7 +66,7 @@ int zoomWindow(DesktopShell& shell, std::optional<AcGePoint3d> first) {
                RTNORM) {
         return RTCAN;
     }
-    if (shell.editor().promptPoint(QStringLiteral("\nSpecify opposite corner: "), &a, b) != RTNORM)
+    if (shell.editor().promptCorner(QStringLiteral("\nSpecify opposite corner: "), a, b) != RTNORM)
         return RTCAN;
     shell.surface().zoomWindow(a, b);
     return RTNORM;
@@ -74,11 +74,13 @@ int zoomWindow(DesktopShell& shell, std::optional<AcGePoint3d> first) {
 
 int zoomCommand(DesktopShell& shell) {
     QString answer;
-    const int status = shell.editor().promptText(
+    std::optional<AcGePoint3d> picked;
+    const int status = shell.editor().promptTextOrPick(
         QStringLiteral(
             "\nSpecify corner of window, enter a scale factor (nX), or [Extents/Window]: "),
-        answer);
+        answer, picked);
     if (status != RTNORM) return status == RTNONE ? RTNORM : status;
+    if (picked) return zoomWindow(shell, picked);
     if (isOneOf(answer, {"E", "EXTENTS", "A", "ALL"})) {
         shell.surface().zoomExtents();
         return RTNORM;

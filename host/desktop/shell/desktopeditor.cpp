@@ -284,6 +284,33 @@ int DesktopEditor::promptText(const QString& prompt, QString& answer) {
     }
 }
 
+int DesktopEditor::promptTextOrPick(const QString& prompt, QString& answer,
+                                    std::optional<AcGePoint3d>& picked) {
+    picked.reset();
+    showPrompt(prompt);
+    for (;;) {
+        const Input input = nextInput(false);
+        switch (input.kind) {
+            case Input::Kind::Cancel:
+                return RTCAN;
+            case Input::Kind::Line:
+                answer = input.text.trimmed();
+                return answer.isEmpty() ? RTNONE : RTNORM;
+            case Input::Kind::Pick:
+                picked = input.point;
+                m_lastPoint = input.point;
+                return RTNORM;
+            case Input::Kind::Cursor:
+                break;
+        }
+    }
+}
+
+int DesktopEditor::promptCorner(const QString& prompt, const AcGePoint3d& first,
+                                AcGePoint3d& corner) {
+    return selectCorner(prompt, &first, false, corner);
+}
+
 int DesktopEditor::promptReal(const QString& prompt, double& value) {
     for (;;) {
         QString text;

@@ -69,6 +69,11 @@ public:
     int promptText(const QString& prompt, QString& answer);
     int promptReal(const QString& prompt, double& value);
     int promptPoint(const QString& prompt, const AcGePoint3d* base, AcGePoint3d& point);
+    // Text, or a click in the view, which answers with `picked` set.
+    int promptTextOrPick(const QString& prompt, QString& answer,
+                         std::optional<AcGePoint3d>& picked);
+    // The opposite corner of a window from `first`, the rectangle shown while the cursor moves.
+    int promptCorner(const QString& prompt, const AcGePoint3d& first, AcGePoint3d& corner);
     // Yes or No at the command line; the default answers an empty line, Esc answers Cancel.
     int promptYesNo(const QString& question, bool defaultYes, bool& yes);
     // Whether questions go to the command line rather than to a dialog.

@@ -9,6 +9,7 @@
 
 #include "host/api/acapdocmanager.h"
 #include "host/api/acrxregistry.h"
+#include "host/desktop/scene/drawingscene.h"
 #include "tests/TempFolder.h"
 #include "tests/host/desktop/shell/ShellTestSupport.h"
 #include "tests/host/dxf/DxfTestSupport.h"
@@ -117,6 +118,41 @@ TEST_F(DesktopShellTest, SelectShowsWhatAWindowDraggedWithTheMouseTakes) {
         << history().toStdString();
 }
 
+TEST_F(DesktopShellTest, ZoomTakesAWindowClickedWithTheMouseAFactorAndTheExtents) {
+    openFloorPlan();
+    DrawingView& view = m_window->view();
+    const double extentsUnits = view.unitsPerPixel();
+    // The meeting room: a click at one corner, the mouse moved to the other, a click there.
+    const AcGePoint3d a = onPixel(*m_window, {12.5, 6.5, 0});
+    const AcGePoint3d b = onPixel(*m_window, {19.5, 11.5, 0});
+    bool rectangleShown = false;
+    m_driver->click(a)
+        .then([&] { moveMouse(*m_window, b); })
+        .then([&] {
+            rectangleShown = m_window->surface().selectionRectangleShown();
+            clickAt(*m_window, b);
+        });
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ZOOM")));
+    EXPECT_TRUE(rectangleShown);
+    EXPECT_FALSE(m_window->surface().selectionRectangleShown());
+    const SceneRect shown = view.viewTransform().visibleWorld();
+    EXPECT_LE(shown.minX, a.x);
+    EXPECT_LE(shown.minY, a.y);
+    EXPECT_GE(shown.maxX, b.x);
+    EXPECT_GE(shown.maxY, b.y);
+    EXPECT_NEAR(shown.center().x, (a.x + b.x) / 2, view.unitsPerPixel());
+    EXPECT_NEAR(shown.center().y, (a.y + b.y) / 2, view.unitsPerPixel());
+    const double windowUnits = view.unitsPerPixel();
+    EXPECT_LT(windowUnits, extentsUnits / 2);
+
+    m_driver->type(QStringLiteral("2x"));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ZOOM")));
+    EXPECT_DOUBLE_EQ(view.unitsPerPixel(), windowUnits / 2);
+    m_driver->type(QStringLiteral("E"));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ZOOM")));
+    EXPECT_DOUBLE_EQ(view.unitsPerPixel(), extentsUnits);
+}
+
 TEST_F(DesktopShellTest, InsertAndUndoLeaveTheFileAsItWas) {
     TempFolder folder;
     openFloorPlan();
@@ -129,7 +165,19 @@ TEST_F(DesktopShellTest, InsertAndUndoLeaveTheFileAsItWas) {
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("INSERT")));
     EXPECT_TRUE(shell().drawing().isModified());
     EXPECT_TRUE(m_window->isWindowModified());
+    // The view shows the new door, and a pick on its swing finds it, until UNDO takes it away.
+    const AcDbObjectId inserted =
+        shell().drawing().document().blockReferences(DxfSpace::Model).back().id;
+    const DrawingScene& scene = *m_window->surface().scene();
+    const auto index = scene.indexOf(inserted);
+    ASSERT_TRUE(index.has_value());
+    EXPECT_FALSE(scene.entity(*index).removed);
+    EXPECT_EQ(m_window->surface().pick({3.636, 3.636, 0}, SelectionFilter{{L"INSERT"}, {}, {}}),
+              inserted);
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("UNDO")));
+    EXPECT_TRUE(scene.entity(*index).removed);
+    EXPECT_EQ(m_window->surface().pick({3.636, 3.636, 0}, SelectionFilter{{L"INSERT"}, {}, {}}),
+              std::nullopt);
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("U")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVEAS")));
     EXPECT_TRUE(history().contains(
