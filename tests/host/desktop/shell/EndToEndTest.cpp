@@ -1,0 +1,296 @@
+// Both commands of Tarnwick.arx run in the desktop host from the first key to the saved file, with
+// real key and mouse events only: the host's file dialog, the selection window, the module's
+// dialogs, the corner and the rubber band; ezdxf then reads what was saved.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "host/api/acededitor.h"
+#include "tests/TempFolder.h"
+#include "tests/host/desktop/shell/ShellTestSupport.h"
+#include "tests/host/dxf/DxfTestSupport.h"
+
+namespace {
+
+const std::filesystem::path kArx = TARNWICK_ARX_PATH;
+const std::filesystem::path kPrices = kSourceDir / "examples" / "prices.prc";
+const std::filesystem::path kTableChecker =
+    kSourceDir / "tests" / "host" / "desktop" / "shell" / "check_table.py";
+constexpr const wchar_t* kPlacementVariables[] = {L"ATTREQ", L"CMDECHO", L"SNAPMODE", L"OSMODE"};
+
+QString qpath(const std::filesystem::path& file) { return QString::fromStdString(file.string()); }
+
+// A number as text that reads back as the same double.
+std::string exact(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.17g", value);
+    return text;
+}
+
+// Runs the action once on the next modal dialog of the type, as soon as it shows.
+class DialogStep final {
+public:
+    DialogStep(const char* className, std::function<void(QWidget&)> action)
+        : m_className(className), m_action(std::move(action)) {
+        m_timer.setInterval(5);
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { poll(); });
+        m_timer.start();
+    }
+    bool fired() const { return m_fired; }
+
+private:
+    void poll() {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog == nullptr || !dialog->isVisible() || !dialog->inherits(m_className)) return;
+        m_timer.stop();
+        m_fired = true;
+        m_action(*dialog);
+    }
+
+    const char* m_className;
+    std::function<void(QWidget&)> m_action;
+    QTimer m_timer;
+    bool m_fired = false;
+};
+
+// The file's path pasted into the host's file dialog, then Enter. (Typed a key at a time, the
+// dialog completes the name as soon as it is unique, and the rest of the keys would add to it.)
+void enterFileName(QWidget& dialog, const std::filesystem::path& file) {
+    auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    ASSERT_NE(name, nullptr);
+    name->setFocus();
+    QApplication::clipboard()->setText(qpath(file));
+    QTest::keyClick(name, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(name, Qt::Key_V, Qt::ControlModifier);
+    // The dialog goes to the file's folder and keeps the name.
+    ASSERT_TRUE(qpath(file).endsWith(name->text())) << name->text().toStdString();
+    QTest::keyClick(name, Qt::Key_Return);
+}
+
+QPushButton* button(QWidget& dialog, const QString& text) {
+    for (QPushButton* candidate : dialog.findChildren<QPushButton*>()) {
+        if (candidate->text() == text) return candidate;
+    }
+    return nullptr;
+}
+
+void clickButton(QWidget& dialog, const QString& text) {
+    QPushButton* target = button(dialog, text);
+    ASSERT_NE(target, nullptr) << text.toStdString();
+    QTest::mouseClick(target, Qt::LeftButton);
+}
+
+// The wheel turned by notches (negative: towards the user, zooming out) over a drawing point.
+void turnWheel(MainWindow& window, const AcGePoint3d& over, int notches) {
+    DrawingView& view = window.view();
+    const QPointF at = widgetPoint(window, over);
+    QWheelEvent wheel(at, view.mapToGlobal(at), QPoint(), QPoint(0, 120 * notches), Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&view, &wheel);
+}
+
+short variable(const wchar_t* name) {
+    resbuf value;
+    EXPECT_EQ(acedGetVar(name, &value), RTNORM) << name;
+    return value.resval.rint;
+}
+
+void setVariable(const wchar_t* name, short value) {
+    const resbuf buffer = resbuf::shortValue(value);
+    ASSERT_EQ(acedSetVar(name, &buffer), RTNORM);
+}
+
+// Screenshots for the README when TARNWICK_SCREENSHOTS names a folder.
+void screenshot(MainWindow& window, const char* name) {
+    const QString folder = qEnvironmentVariable("TARNWICK_SCREENSHOTS");
+    if (folder.isEmpty()) return;
+    QApplication::processEvents();
+    window.grab().save(folder + QLatin1Char('/') + QLatin1String(name));
+}
+
+class EndToEndTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        // The module from a folder of the test's own, where it keeps its settings.
+        std::filesystem::copy_file(kArx, m_folder.path("Tarnwick.arx"));
+        std::filesystem::copy_file(kFloorPlan, m_folder.path("floorplan.dxf"));
+        std::filesystem::copy_file(kPrices, m_folder.path("prices.prc"));
+        m_window = std::make_unique<MainWindow>();
+        m_window->resize(1200, 860);
+        m_window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(m_window.get()));
+        m_driver = std::make_unique<PromptDriver>(*m_window);
+        ASSERT_TRUE(shell().loadModule(QString::fromStdString(m_folder.path("Tarnwick.arx"))));
+    }
+    void TearDown() override { EXPECT_TRUE(m_driver->finished()) << "input left over"; }
+
+    DesktopShell& shell() { return m_window->shell(); }
+    QString history() { return m_window->commandLine().history(); }
+
+    TempFolder m_folder;
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<PromptDriver> m_driver;
+};
+
+TEST_F(EndToEndTest, CalculationSelectsByWindowAndPlacesTheTableWhereTheRubberBandLeftIt) {
+    if (!haveEzdxf()) GTEST_SKIP() << "Debian's python3-ezdxf is not installed";
+    const std::string drawing = m_folder.path("floorplan.dxf");
+    ASSERT_TRUE(shell().openDrawing(QString::fromStdString(drawing)));
+    // What the user had before: the placement turns them off and gives them back.
+    setVariable(L"ATTREQ", 1);
+    setVariable(L"CMDECHO", 1);
+    setVariable(L"SNAPMODE", 1);
+    setVariable(L"OSMODE", 35);
+    // Two notches out over the plan's upper left leave room below it for the table.
+    turnWheel(*m_window, {0, 12, 0}, -2);
+
+    // The window runs from below left of the plan to its right wall: the north arrow at (22,11)
+    // is left out.
+    const AcGePoint3d windowFrom = onPixel(*m_window, {-1, -1, 0});
+    const AcGePoint3d windowTo = onPixel(*m_window, {21, 13, 0});
+    const AcGePoint3d corner = onPixel(*m_window, {0, -1.5, 0});
+    const AcGePoint3d halfway = onPixel(*m_window, {9, -4, 0});
+    const AcGePoint3d dragged = onPixel(*m_window, {20, -3, 0});
+
+    const DialogStep fileDialog("QFileDialog", [&](QWidget& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Open"));
+        enterFileName(dialog, m_folder.path("prices.prc"));
+    });
+    std::unique_ptr<DialogStep> billDialog;
+    bool windowShown = false;
+    std::vector<short> duringPlacement;
+    std::vector<OverlayVector> band;
+    m_driver->click(windowFrom)
+        .then([&] { moveMouse(*m_window, windowTo); })
+        .then([&] {
+            windowShown = m_window->surface().selectionRectangleShown();
+            clickAt(*m_window, windowTo);
+        })
+        .then([&] {
+            billDialog = std::make_unique<DialogStep>("QDialog", [](QWidget& dialog) {
+                EXPECT_EQ(dialog.windowTitle(), QStringLiteral("BOM Report"));
+                clickButton(dialog, QStringLiteral("&Insert"));
+            });
+            typeLine(*m_window, QString());
+        })
+        .then([&] {
+            for (const wchar_t* name : kPlacementVariables) duringPlacement.push_back(variable(name));
+            clickAt(*m_window, corner);
+        })
+        .then([&] { moveMouse(*m_window, halfway); })
+        .then([&] { moveMouse(*m_window, dragged); })
+        .then([&] {
+            band = m_window->view().vectors().vectors();
+            screenshot(*m_window, "desktop-rubber-band.png");
+            clickAt(*m_window, dragged);
+        });
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("RZBOMC")));
+    EXPECT_TRUE(fileDialog.fired());
+    ASSERT_TRUE(billDialog && billDialog->fired());
+    EXPECT_TRUE(windowShown);
+    EXPECT_TRUE(history().contains(QStringLiteral(
+        "Command: RZBOMC\nSelect objects: \nSpecify opposite corner: \n45 found\nSelect objects: \n"
+        "Upper left corner of table: \nLower right corner (or RETURN): \nCommand: ")))
+        << history().toStdString();
+
+    // The rubber band last showed the frame from the corner to the cursor's X, always downward.
+    ASSERT_EQ(band.size(), 4u);
+    double left = band[0].from.x, right = left, top = band[0].from.y, bottom = top;
+    for (const OverlayVector& vector : band) {
+        EXPECT_EQ(vector.color, -1);
+        EXPECT_TRUE(vector.from.x == vector.to.x || vector.from.y == vector.to.y);
+        for (const ScenePoint& p : {vector.from, vector.to}) {
+            left = std::min(left, p.x);
+            right = std::max(right, p.x);
+            top = std::max(top, p.y);
+            bottom = std::min(bottom, p.y);
+        }
+    }
+    EXPECT_EQ(left, corner.x);
+    EXPECT_EQ(top, corner.y);
+    EXPECT_EQ(right, dragged.x);
+    EXPECT_LT(bottom, corner.y);
+    EXPECT_TRUE(m_window->view().vectors().isEmpty());
+
+    // Off while the table was placed; then back, OSMODE with what SNAPMODE was, as the module
+    // restores it.
+    EXPECT_EQ(duringPlacement, (std::vector<short>{0, 0, 0, 0}));
+    EXPECT_EQ(variable(L"ATTREQ"), 1);
+    EXPECT_EQ(variable(L"CMDECHO"), 1);
+    EXPECT_EQ(variable(L"SNAPMODE"), 1);
+    EXPECT_EQ(variable(L"OSMODE"), 1);
+
+    // The table's reference is in the view, at the corner, scaled as the band was dragged.
+    const DxfDocument& document = shell().drawing().document();
+    const DxfReference table = document.blockReferences(DxfSpace::Model).back();
+    EXPECT_EQ(table.position, corner);
+    EXPECT_TRUE(m_window->surface().scene()->indexOf(table.id).has_value());
+    AcDbBlockReference placed;
+    ASSERT_EQ(document.openBlockReference(table.id, placed), Acad::eOk);
+    EXPECT_EQ(placed.scaleFactors.sx, placed.scaleFactors.sy);
+    EXPECT_LT(placed.scaleFactors.sx, 1.0);
+    screenshot(*m_window, "desktop-table-placed.png");
+
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
+    EXPECT_FALSE(shell().drawing().isModified());
+    const ProcessResult check = runPython(
+        kTableChecker, {drawing, kFloorPlan.string(), kPrices.string(), exact(corner.x), exact(corner.y),
+                        exact(dragged.x - corner.x),
+                        "NORTH_ARROW"});
+    EXPECT_EQ(check.out, "ok\n") << check.err;
+}
+
+TEST_F(EndToEndTest, PriceListEditorOpensEditsAndSavesAList) {
+    const std::string list = m_folder.path("prices.prc");
+    std::unique_ptr<DialogStep> openDialog;
+    const DialogStep editor("QDialog", [&](QWidget& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("BOM Template"));
+        // Open asks for the list in the host's file dialog, nested in the editor's.
+        openDialog = std::make_unique<DialogStep>(
+            "QFileDialog", [&](QWidget& files) { enterFileName(files, list); });
+        clickButton(dialog, QStringLiteral("&Open"));
+        ASSERT_TRUE(openDialog->fired());
+        // A click on the first row's name starts its edit; Tab goes on to its price.
+        QWidget* cells = nullptr;
+        for (QWidget* child : dialog.findChildren<QWidget*>()) {
+            if (QByteArray(child->metaObject()->className()) == "CUGGrid") cells = child;
+        }
+        EXPECT_NE(cells, nullptr);
+        if (cells != nullptr) {
+            QTest::mouseClick(cells, Qt::LeftButton, {}, QPoint(8, 6));
+            if (QWidget* name = dialog.focusWidget()) QTest::keyClick(name, Qt::Key_Tab);
+            if (QWidget* price = dialog.focusWidget()) {
+                QTest::keyClick(price, Qt::Key_A, Qt::ControlModifier);
+                QTest::keyClicks(price, QStringLiteral("475.5"));
+                QTest::keyClick(price, Qt::Key_Return);
+            }
+        }
+        clickButton(dialog, QStringLiteral("&Save"));
+        clickButton(dialog, QStringLiteral("&Close"));
+    });
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("RZBOMT")));
+    EXPECT_TRUE(editor.fired());
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Command: RZBOMT\nCommand: ")))
+        << history().toStdString();
+    EXPECT_EQ(m_folder.read("prices.prc"),
+              "Door|475.5|Interior door 90 cm\n"
+              "Window|620|Double-glazed window 120 cm\n"
+              "Desk|380|Office desk 160 x 80\n"
+              "Chair|145|Swivel chair\n"
+              "Cabinet|210|Filing cabinet, 4 drawers\n"
+              "Sofa|890|Two-seat sofa\n");
+}
+
+}  // namespace
