@@ -3,8 +3,6 @@
 #include <unistd.h>
 
 #include <QApplication>
-#include <QDir>
-#include <QStandardPaths>
 #include <clocale>
 #include <cstdio>
 #include <iostream>
@@ -19,13 +17,10 @@
 
 namespace {
 
-// The settings live where a module installed for this user would keep them, so that the tools
-// of the module share them.
-std::wstring moduleFileInConfigFolder() {
-    const QString folder =
-        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + "/tarnwick";
-    QDir().mkpath(folder);
-    return (folder + "/Tarnwick.arx").toStdWString();
+// The settings lie where the module's lie when tarnwick-cad loads it: beside Tarnwick.arx, in the
+// folder the programs are built into (in ~/.config/tarnwick/ when that folder is not writable).
+std::wstring moduleFileBesideProgram() {
+    return (QCoreApplication::applicationDirPath() + QStringLiteral("/Tarnwick.arx")).toStdWString();
 }
 
 }  // namespace
@@ -57,5 +52,5 @@ int main(int argc, char** argv) {
 
     // QApplication has taken its own options (-platform ...) out of argv.
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    return runCalcTool(arguments, io, moduleFileInConfigFolder());
+    return runCalcTool(arguments, io, moduleFileBesideProgram());
 }

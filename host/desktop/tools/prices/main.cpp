@@ -67,8 +67,9 @@ std::optional<Options> parseArguments(int argc, char** argv, int& status) {
 
 // Runs the dialog as the command would, with the list opened first when one was given.
 void runEditor(const Options& options) {
-    // The settings files lie beside the program, as the module keeps them beside its own file.
-    modulePath = QApplication::applicationFilePath().toStdWString();
+    // The settings lie where the module's lie when tarnwick-cad loads it: beside Tarnwick.arx, in
+    // the folder the programs are built into (in ~/.config/tarnwick/ when it is not writable).
+    modulePath = (QApplication::applicationDirPath() + QStringLiteral("/Tarnwick.arx")).toStdWString();
     QtWindowServices windowServices;
     DialogEditor editor;
     BlockPriceDialog dialog;
