@@ -21,8 +21,10 @@ CUGLstBox::CUGLstBox(CUGCtrl* ctrl) : QListWidget(ctrl), m_ctrl(ctrl) {
     setFrameShape(QFrame::Box);
     setUniformItemSizes(true);
     setSpacing(0);
-    setStyleSheet(QStringLiteral("QListWidget { border: 1px solid palette(mid); padding: 0px; }"
-                                  " QListWidget::item { padding-left: 2px; }"));
+    // Made at run time: Qt's style caches may keep pieces of it after the grid's library, loaded
+    // into a host as part of a module, is unloaded.
+    setStyleSheet(QString::fromLatin1("QListWidget { border: 1px solid palette(mid); padding: 0px; }"
+                                      " QListWidget::item { padding-left: 2px; }"));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { Choose(row(item)); });
 }

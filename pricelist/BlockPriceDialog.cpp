@@ -28,7 +28,8 @@ constexpr int kLabelGap = 4;  // pixels between "Current file:" and the file's n
 // The template's font under the face the dialog shows its controls in.
 QFont CourierFont() {
     QFont font = TemplateFont(kBomTemplate);
-    font.setFamily(QStringLiteral("Courier"));
+    // Made at run time: Qt's font cache keeps the name after the module is unloaded.
+    font.setFamily(QString::fromLatin1("Courier"));
     return font;
 }
 

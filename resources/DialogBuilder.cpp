@@ -11,15 +11,19 @@
 
 namespace {
 
+// Names handed to Qt's font machinery are made at run time, never QStringLiteral: Qt keeps them
+// (substitutions, the font cache) after the module is unloaded, and a literal's characters would
+// be unloaded with it.
+QString RuntimeName(const char* name) { return QString::fromLatin1(name); }
+
 void RegisterFaceSubstitutes() {
     static const bool registered = [] {
-        QFont::insertSubstitutions(QStringLiteral("MS Sans Serif"),
-                                   {QStringLiteral("Liberation Sans"), QStringLiteral("Arial"),
-                                    QStringLiteral("DejaVu Sans")});
-        QFont::insertSubstitutions(QStringLiteral("Courier"),
-                                   {QStringLiteral("Liberation Mono"), QStringLiteral("Courier New"),
-                                    QStringLiteral("Nimbus Mono PS"),
-                                    QStringLiteral("DejaVu Sans Mono")});
+        QFont::insertSubstitutions(RuntimeName("MS Sans Serif"),
+                                   {RuntimeName("Liberation Sans"), RuntimeName("Arial"),
+                                    RuntimeName("DejaVu Sans")});
+        QFont::insertSubstitutions(RuntimeName("Courier"),
+                                   {RuntimeName("Liberation Mono"), RuntimeName("Courier New"),
+                                    RuntimeName("Nimbus Mono PS"), RuntimeName("DejaVu Sans Mono")});
         return true;
     }();
     (void)registered;
