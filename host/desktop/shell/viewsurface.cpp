@@ -61,6 +61,7 @@ void ViewSurface::showSelectionRectangle(const AcGePoint3d& a, const AcGePoint3d
                                          bool crossing) {
     m_view.setSelectionRectangle(sceneRect(a, b), crossing);
     m_selectionShown = true;
+    m_crossing = crossing;
 }
 
 void ViewSurface::hideSelectionRectangle() {

@@ -27,6 +27,7 @@ public:
     DrawingView& view() { return m_view; }
     const DrawingScene* scene() const { return m_scene.get(); }
     bool selectionRectangleShown() const { return m_selectionShown; }
+    bool selectionIsCrossing() const { return m_crossing; }
 
     // DrawingSurface
     void setDocument(const DxfDocument* document) override;
@@ -60,4 +61,5 @@ private:
     DrawingView& m_view;
     std::unique_ptr<DrawingScene> m_scene;
     bool m_selectionShown = false;
+    bool m_crossing = false;
 };

@@ -100,18 +100,25 @@ TEST_F(DesktopShellTest, SelectShowsWhatAWindowDraggedWithTheMouseTakes) {
     openFloorPlan();
     ViewSurface& view = m_window->surface();
     bool crossingShown = false;
-    // A click on nothing at (13,13), the mouse dragged left and down, a click at (10.5,10.5).
-    // One input a step: each waits for the prompt to ask again.
+    std::size_t highlighted = 0;
+    // A click on nothing at (13,13), the mouse dragged left and down, a click at (10.5,10.5);
+    // the right button ends the selection. One input a step: each waits for the prompt.
     m_driver->click({13, 13, 0})
         .then([&] { moveMouse(*m_window, {10.5, 10.5, 0}); })
         .then([&] {
-            crossingShown = view.selectionRectangleShown();
+            crossingShown = view.selectionRectangleShown() && view.selectionIsCrossing();
             clickAt(*m_window, {10.5, 10.5, 0});
         })
-        .type(QString());
+        .then([&] {
+            highlighted = m_window->view().highlighted().size();
+            QTest::mouseClick(&m_window->view(), Qt::RightButton, {},
+                              widgetPoint(*m_window, {5, 5, 0}));
+        });
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SELECT")));
     EXPECT_TRUE(crossingShown);
     EXPECT_FALSE(view.selectionRectangleShown());
+    EXPECT_EQ(highlighted, 3u);
+    EXPECT_TRUE(m_window->view().highlighted().empty());
     // The crossing takes the plant at (11.4,11.4) and the two walls that run through it.
     EXPECT_TRUE(history().contains(QStringLiteral(
         "Specify opposite corner: \n3 found\nSelect objects: \n3 selected\nCommand: ")))
