@@ -1,12 +1,11 @@
 // Rendering a scene: the entities in view are sorted into dots and the rest, whose primitives
-// are mapped to the screen, cut to it and written into the image as one-pixel lines. A large
-// frame is shared among threads, each with its own part of the entities; their pixels land in the
-// one image through relaxed atomic stores, and their texts are painted after them.
+// are mapped to the screen, cut to it and gathered as one-pixel lines. A large frame is shared
+// among threads, each with its own run of the entities; the lines are then written band by band
+// in drawing order, and the texts painted after them.
 #include "host/desktop/view/scenerenderer.h"
 
 #include <QPainter>
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <thread>
 
@@ -125,6 +124,11 @@ void SceneRenderer::drawShared(QImage& image, const ViewTransform& view, std::si
                                Draw draw) {
     const unsigned threads = threadsFor(count);
     std::vector<Frame> frames(threads, frameFor(image, view));
+    if (m_bands.size() < threads) m_bands.resize(threads);
+    for (unsigned t = 0; t < threads; ++t) {
+        m_bands[t].reset(image.height());
+        frames[t].bands = &m_bands[t];
+    }
     {
         std::vector<std::jthread> workers;
         for (unsigned t = 1; t < threads; ++t) {
@@ -133,6 +137,8 @@ void SceneRenderer::drawShared(QImage& image, const ViewTransform& view, std::si
         }
         draw(frames[0], 0, count / threads);
     }
+    writeBands(frames[0].bits, frames[0].stride, image.height(),
+               std::span(m_bands).first(threads), threads);
     std::vector<DeferredText> texts;
     for (const Frame& frame : frames) {
         m_counts.visited += frame.counts.visited;
@@ -275,10 +281,17 @@ void SceneRenderer::drawShape(Frame& frame, const SceneShape& shape, std::uint32
 
 void SceneRenderer::addPoint(Frame& frame, double x, double y, QRgb color) {
     if (!(x >= 0 && y >= 0 && x < frame.width && y < frame.height)) return;
-    const int px = pixel(x);
-    const int py = pixel(y);
-    std::atomic_ref<QRgb>(frame.bits[py * frame.stride + px])
-        .store(frame.color.value_or(color), std::memory_order_relaxed);
+    const auto px = static_cast<std::int16_t>(pixel(x));
+    const auto py = static_cast<std::int16_t>(pixel(y));
+    addLine(frame, {px, py, px, py, frame.color.value_or(color)});
+}
+
+void SceneRenderer::addLine(Frame& frame, const RasterLine& line) {
+    if (frame.bands != nullptr) {
+        frame.bands->add(line);
+    } else {
+        plotLine(frame.bits, frame.stride, line, 0, frame.height);
+    }
 }
 
 void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
@@ -292,19 +305,23 @@ void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
     const QRectF pixels(0, 0, frame.width - 1e-9, frame.height - 1e-9);
     if (!(inside(a, pixels) && inside(b, pixels)) && !clipSegment(a, b, pixels)) return;
     const QRgb ink = frame.color.value_or(color);
-    // Bresenham from the pixel holding one end to the pixel holding the other.
-    // Rounding in the cut may leave an end a hair outside: the pixels stay in the image.
+    // From the pixel holding one end to the pixel holding the other. Rounding in the cut may
+    // leave an end a hair outside: the pixels stay in the image.
     int x = std::clamp(pixel(a.x()), 0, frame.width - 1);
     int y = std::clamp(pixel(a.y()), 0, frame.height - 1);
     const int x1 = std::clamp(pixel(b.x()), 0, frame.width - 1);
     const int y1 = std::clamp(pixel(b.y()), 0, frame.height - 1);
+    if (!frame.dashed) {
+        addLine(frame, {static_cast<std::int16_t>(x), static_cast<std::int16_t>(y),
+                        static_cast<std::int16_t>(x1), static_cast<std::int16_t>(y1), ink});
+        return;
+    }
+    // Dashes run on along a path from segment to segment: Bresenham's walk, a pixel at a time.
     const int dx = std::abs(x1 - x);
     const int dy = std::abs(y1 - y);
     const qsizetype stepX = x < x1 ? 1 : -1;
     const qsizetype stepY = y < y1 ? frame.stride : -frame.stride;
     QRgb* at = frame.bits + y * frame.stride + x;
-    auto plot = [&](QRgb* p) { std::atomic_ref<QRgb>(*p).store(ink, std::memory_order_relaxed); };
-    // Along the longer axis one pixel a step; the shorter one steps when the error says so.
     const bool xMajor = dx >= dy;
     const int steps = xMajor ? dx : dy;
     const qsizetype major = xMajor ? stepX : stepY;
@@ -312,21 +329,8 @@ void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
     const int along = xMajor ? dx : dy;
     const int across = xMajor ? dy : dx;
     int error = along / 2;
-    if (!frame.dashed) {
-        plot(at);
-        for (int i = 0; i < steps; ++i) {
-            at += major;
-            error -= across;
-            if (error < 0) {
-                error += along;
-                at += minor;
-            }
-            plot(at);
-        }
-        return;
-    }
     for (int i = 0;; ++i, ++frame.dashPhase) {
-        if (frame.dashPhase % kDashPeriod < kDashOn) plot(at);
+        if (frame.dashPhase % kDashPeriod < kDashOn) *at = ink;
         if (i == steps) break;
         at += major;
         error -= across;

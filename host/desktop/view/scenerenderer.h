@@ -1,7 +1,7 @@
 // Paints a drawing scene into an image: the entities a view shows, each as much as its size on
-// the screen asks (smaller than a pixel: one dot). Lines are written straight into the image's
-// pixels, large frames by several threads at once; texts are laid out with QPainter in a
-// sans-serif font.
+// the screen asks (smaller than a pixel: one dot). Lines are written into the image's pixels by
+// the renderer itself, gathered by several threads at once for large frames and written band by
+// band; texts are laid out with QPainter in a sans-serif font.
 #pragma once
 
 #include <QColor>
@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "host/desktop/scene/drawingscene.h"
+#include "host/desktop/view/rasterbands.h"
 #include "host/desktop/view/viewtransform.h"
 
 class QPainter;
@@ -73,6 +74,7 @@ private:
         int height = 0;
         QRectF clip;  // the image grown by a margin: segments are first cut to it
         SceneTransform toScreen;
+        RasterBands* bands = nullptr;  // where lines wait for the bands; none: written at once
         std::optional<QRgb> color;  // everything in this colour
         bool dashed = false;
         int dashPhase = 0;
@@ -95,6 +97,7 @@ private:
     void paintText(QPainter& painter, const DeferredText& deferred, std::optional<QRgb> color);
     void addSegment(Frame& frame, QPointF a, QPointF b, QRgb color);
     void addPoint(Frame& frame, double x, double y, QRgb color);
+    void addLine(Frame& frame, const RasterLine& line);
     SceneRgb resolved(const ScenePrimitive& primitive, const Inherited& inherited) const;
     QRgb shown(SceneRgb rgb) const;
     unsigned threadsFor(std::size_t entities) const;
@@ -113,4 +116,5 @@ private:
     unsigned m_threads = 0;
     Counts m_counts;
     std::vector<std::uint32_t> m_found;
+    std::vector<RasterBands> m_bands;  // a share's each, kept from frame to frame
 };

@@ -1,0 +1,118 @@
+// Bresenham's walk started at any step: after i steps along the major axis the minor one has moved
+// m(i) = ceil((i * across - along / 2) / along) pixels, which finds where a line enters and leaves
+// a band without walking to it.
+#include "host/desktop/view/rasterbands.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <thread>
+
+namespace {
+
+struct Walk {
+    std::int64_t along = 0;   // pixels along the major axis
+    std::int64_t across = 0;  // along the minor one
+    std::int64_t half = 0;    // the error's start
+
+    std::int64_t minorAfter(std::int64_t step) const {
+        return (step * across - half + along - 1) / along;
+    }
+    // The first step after which the minor axis has moved k >= 1 pixels (across > 0).
+    std::int64_t firstStepWith(std::int64_t k) const { return ((k - 1) * along + half) / across + 1; }
+};
+
+}  // namespace
+
+void plotLine(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top, int bottom) {
+    const int x0 = line.x0;
+    const int y0 = line.y0;
+    const int dx = std::abs(line.x1 - x0);
+    const int dy = std::abs(line.y1 - y0);
+    if (dx == 0 && dy == 0) {
+        if (y0 >= top && y0 < bottom) bits[y0 * stride + x0] = line.color;
+        return;
+    }
+    const int sx = x0 < line.x1 ? 1 : -1;
+    const int sy = y0 < line.y1 ? 1 : -1;
+    const bool xMajor = dx >= dy;
+    const Walk walk{xMajor ? dx : dy, xMajor ? dy : dx, (xMajor ? dx : dy) / 2};
+    // The rows wanted, as steps of the axis that moves along them.
+    const std::int64_t low = sy > 0 ? top - y0 : y0 - (bottom - 1);
+    const std::int64_t high = sy > 0 ? bottom - 1 - y0 : y0 - top;
+    std::int64_t first = 0;
+    std::int64_t last = walk.along;
+    if (xMajor) {
+        if (high < 0 || low > walk.across) return;
+        if (low > 0) first = walk.firstStepWith(low);
+        if (high < walk.across) last = walk.firstStepWith(high + 1) - 1;
+    } else {
+        first = std::max<std::int64_t>(first, low);
+        last = std::min(last, high);
+    }
+    if (first > last) return;
+    const std::int64_t minor = walk.minorAfter(first);
+    const std::int64_t x = x0 + sx * (xMajor ? first : minor);
+    const std::int64_t y = y0 + sy * (xMajor ? minor : first);
+    auto error = static_cast<int>(walk.half - first * walk.across + minor * walk.along);
+    const std::ptrdiff_t majorStep = xMajor ? sx : sy * stride;
+    const std::ptrdiff_t minorStep = xMajor ? sy * stride : sx;
+    const auto along = static_cast<int>(walk.along);
+    const auto across = static_cast<int>(walk.across);
+    const QRgb color = line.color;
+    QRgb* at = bits + y * stride + x;
+    *at = color;
+    for (auto steps = static_cast<int>(last - first); steps > 0; --steps) {
+        at += majorStep;
+        error -= across;
+        if (error < 0) {
+            error += along;
+            at += minorStep;
+        }
+        *at = color;
+    }
+}
+
+void RasterBands::reset(int height) {
+    const auto bands = static_cast<std::size_t>(std::max(0, height - 1) >> kBandShift) + 1;
+    m_bands.resize(bands);
+    for (Band& band : m_bands) band = Band{std::move(band.chunks), nullptr, nullptr};
+    for (Band& band : m_bands) band.chunks.clear();
+    m_used = 0;
+}
+
+void RasterBands::grow(Band& band) {
+    if (m_used == m_chunks.size()) m_chunks.push_back(std::make_unique_for_overwrite<Chunk>());
+    Chunk* chunk = m_chunks[m_used++].get();
+    band.chunks.push_back(chunk);
+    band.next = chunk->data();
+    band.end = band.next + kChunkLines;
+}
+
+std::size_t RasterBands::lineCount() const {
+    std::size_t count = 0;
+    for (int band = 0; band < bandCount(); ++band) forEach(band, [&](const RasterLine&) { ++count; });
+    return count;
+}
+
+void writeBands(QRgb* bits, std::ptrdiff_t stride, int height, std::span<const RasterBands> shares,
+                unsigned threads) {
+    if (shares.empty()) return;
+    const int bands = shares.front().bandCount();
+    std::atomic<int> next{0};
+    auto work = [&] {
+        for (int band = next++; band < bands; band = next++) {
+            const int top = band << RasterBands::kBandShift;
+            const int bottom = std::min(height, top + (1 << RasterBands::kBandShift));
+            for (const RasterBands& share : shares) {
+                share.forEach(band, [&](const RasterLine& line) {
+                    plotLine(bits, stride, line, top, bottom);
+                });
+            }
+        }
+    };
+    const unsigned count = std::clamp(threads, 1u, static_cast<unsigned>(std::max(1, bands)));
+    std::vector<std::jthread> workers;
+    for (unsigned t = 1; t < count; ++t) workers.emplace_back(work);
+    work();
+}
