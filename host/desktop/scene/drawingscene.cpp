@@ -188,12 +188,28 @@ DrawingScene::DrawingScene(const DxfDocument& document, DxfSpace space, unsigned
     const std::vector<AcDbObjectId> ids =
         space == DxfSpace::PaperLayouts ? document.entityIds(space) : document.sectionEntityIds();
     readParts(ids, threads);
-    SceneRect all;
-    for (const ScenePart& part : m_parts) all.unite(part.shape.bounds);
-    m_index.build(boxes(), all, static_cast<unsigned>(m_parts.size()));
 }
 
-DrawingScene::~DrawingScene() = default;
+DrawingScene::~DrawingScene() {
+    if (m_indexBuilder.joinable()) m_indexBuilder.join();
+}
+
+const SceneGridIndex& DrawingScene::index() const {
+    std::call_once(m_indexOnce, [this] {
+        SceneRect all;
+        for (const ScenePart& part : m_parts) all.unite(part.shape.bounds);
+        m_index.build(boxes(), all, std::max(1u, std::thread::hardware_concurrency()));
+        m_indexBuilt = true;
+    });
+    return m_index;
+}
+
+void DrawingScene::prepareIndex() const {
+    if (m_indexBuilt || m_indexBuilder.joinable()) return;
+    m_indexBuilder = std::jthread([this] { index(); });
+}
+
+bool DrawingScene::indexBuilt() const { return m_indexBuilt; }
 
 void DrawingScene::readParts(std::span<const AcDbObjectId> ids, unsigned threads) {
     // Left to the scene, small drawings are read on one thread; a number asked for is used.
@@ -304,7 +320,7 @@ SceneRect DrawingScene::extents() const {
 
 void DrawingScene::entitiesIn(const SceneRect& rect, std::vector<std::uint32_t>& out) const {
     out.clear();
-    m_index.query(rect, boxes(), out);
+    index().query(rect, boxes(), out);
     std::erase_if(out, [this](std::uint32_t i) { return entity(i).removed; });
     std::sort(out.begin(), out.end());
 }
@@ -371,6 +387,8 @@ bool DrawingScene::addEntity(AcDbObjectId id) {
     std::vector<AcDbObjectId> ids{id};
     const std::vector<AcDbObjectId> parts = m_document.entityParts(id);
     ids.insert(ids.end(), parts.begin(), parts.end());
+    // A builder at work reads the parts: it finishes before they change.
+    index();
     if (!m_editPart) {
         m_parts.emplace_back();
         m_partStart.push_back(m_partStart.back());
