@@ -188,6 +188,9 @@ DrawingScene::DrawingScene(const DxfDocument& document, DxfSpace space, unsigned
     const std::vector<AcDbObjectId> ids =
         space == DxfSpace::PaperLayouts ? document.entityIds(space) : document.sectionEntityIds();
     readParts(ids, threads);
+    // Nothing is removed yet: the parts' boxes are the extents.
+    for (const ScenePart& part : m_parts) m_extents.unite(part.shape.bounds);
+    m_extentsValid = true;
 }
 
 DrawingScene::~DrawingScene() {

@@ -56,6 +56,9 @@ bool meets(const SceneRect& box, const QRectF& r) {
            box.maxY >= r.top();
 }
 
+// Screen lengths are far from overflowing a square: no need for std::hypot's care (and time).
+double length(double x, double y) { return std::sqrt(x * x + y * y); }
+
 // Black on light backgrounds, white on dark ones.
 QColor contrasting(QColor background) {
     return background.lightnessF() > 0.5 ? QColor(Qt::black) : QColor(Qt::white);
@@ -71,11 +74,9 @@ int pixel(double coordinate) {
 }  // namespace
 
 SceneRenderer::SceneRenderer(const DrawingScene& scene)
-    : m_scene(scene), m_font(QStringLiteral("DejaVu Sans")), m_metrics(m_font) {
+    : m_scene(scene), m_font(QStringLiteral("DejaVu Sans")) {
     m_font.setPixelSize(100);
     m_font.setHintingPreference(QFont::PreferNoHinting);
-    m_metrics = QFontMetricsF(m_font);
-    m_capHeight = std::max(1.0, m_metrics.capHeight());
     setBackground(QColor(0x21, 0x28, 0x30));
 }
 
@@ -367,8 +368,8 @@ void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransf
     const SceneArc screen{toScreen.map(arc.center), toScreen.mapVector(arc.u),
                           toScreen.mapVector(arc.v), arc.start, arc.end};
     // A box around the whole ellipse is enough to pass over what lies outside the view.
-    const double rx = std::hypot(screen.u.x, screen.v.x);
-    const double ry = std::hypot(screen.u.y, screen.v.y);
+    const double rx = length(screen.u.x, screen.v.x);
+    const double ry = length(screen.u.y, screen.v.y);
     const SceneRect box{screen.center.x - rx, screen.center.y - ry, screen.center.x + rx,
                         screen.center.y + ry};
     if (!meets(box, frame.clip)) return;
@@ -378,15 +379,16 @@ void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransf
     }
     // Chords within a quarter pixel of the curve: the angle step is sqrt(2 / radius).
     const double radius =
-        std::max(std::hypot(screen.u.x, screen.u.y), std::hypot(screen.v.x, screen.v.y));
+        std::max(length(screen.u.x, screen.u.y), length(screen.v.x, screen.v.y));
     const double sweep = arc.end - arc.start;
     const double wanted = std::ceil(sweep * std::sqrt(radius / 2));
     const int steps = !(wanted < 4096) ? 4096 : std::max(4, static_cast<int>(wanted));
     const double step = sweep / steps;
     const double cs = std::cos(step);
     const double sn = std::sin(step);
-    double c = std::cos(arc.start);
-    double s = std::sin(arc.start);
+    // Circles start at 0.
+    double c = arc.start == 0.0 ? 1.0 : std::cos(arc.start);
+    double s = arc.start == 0.0 ? 0.0 : std::sin(arc.start);
     auto point = [&] {
         return QPointF(screen.center.x + screen.u.x * c + screen.v.x * s,
                        screen.center.y + screen.u.y * c + screen.v.y * s);
@@ -405,6 +407,10 @@ void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransf
 void SceneRenderer::paintTexts(QImage& image, const std::vector<DeferredText>& texts,
                                std::optional<QRgb> color) {
     if (texts.empty()) return;
+    if (!m_metrics) {
+        m_metrics.emplace(m_font);
+        m_capHeight = std::max(1.0, m_metrics->capHeight());
+    }
     QPainter painter(&image);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setFont(m_font);

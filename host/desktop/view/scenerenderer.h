@@ -111,7 +111,9 @@ private:
     QColor m_background;
     QColor m_foreground;
     QFont m_font;
-    QFontMetricsF m_metrics;
+    // Measured when the first text is painted: the font database is slow to open, and a picture
+    // of a whole drawing seldom shows a text large enough to read.
+    std::optional<QFontMetricsF> m_metrics;
     double m_capHeight = 1.0;  // of m_font, in pixels
     unsigned m_threads = 0;
     Counts m_counts;
