@@ -42,7 +42,11 @@ void plotLine(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top
     const std::int64_t high = sy > 0 ? bottom - 1 - y0 : y0 - top;
     std::int64_t first = 0;
     std::int64_t last = walk.along;
-    if (xMajor) {
+    const bool within = std::min(y0, static_cast<int>(line.y1)) >= top &&
+                        std::max(y0, static_cast<int>(line.y1)) < bottom;
+    if (within) {
+        // Most lines lie in one band: the whole walk, no divisions to find where it starts.
+    } else if (xMajor) {
         if (high < 0 || low > walk.across) return;
         if (low > 0) first = walk.firstStepWith(low);
         if (high < walk.across) last = walk.firstStepWith(high + 1) - 1;
@@ -51,7 +55,7 @@ void plotLine(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top
         last = std::min(last, high);
     }
     if (first > last) return;
-    const std::int64_t minor = walk.minorAfter(first);
+    const std::int64_t minor = first == 0 ? 0 : walk.minorAfter(first);
     const std::int64_t x = x0 + sx * (xMajor ? first : minor);
     const std::int64_t y = y0 + sy * (xMajor ? minor : first);
     auto error = static_cast<int>(walk.half - first * walk.across + minor * walk.along);

@@ -28,7 +28,7 @@ void plotLine(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top
 // the last one takes no fresh memory.
 class RasterBands {
 public:
-    static constexpr int kBandShift = 7;  // 128 rows: a 1600-pixel-wide band is 800 KB
+    static constexpr int kBandShift = 8;  // 256 rows: a 1600-pixel-wide band is 1.6 MB
 
     // Empties the lists for an image of `height` rows, keeping their memory.
     void reset(int height);

@@ -107,36 +107,42 @@ TEST(RasterBandsTest, RandomLinesInBandsMatchTheWholeWalk) {
 }
 
 TEST(RasterBandsTest, LaterLinesCoverEarlierOnesAcrossShares) {
-    QImage image(300, 300, QImage::Format_ARGB32);
+    // Two and a half bands high, as wide: the diagonals cross three bands.
+    const int size = (5 << RasterBands::kBandShift) / 2;
+    const auto last = static_cast<std::int16_t>(size - 1);
+    const auto middle = static_cast<std::int16_t>(size / 2);
+    QImage image(size, size, QImage::Format_ARGB32);
     image.fill(0xFF000000u);
     std::vector<RasterBands> shares(2);
     for (RasterBands& share : shares) share.reset(image.height());
-    // A long red line in the first share, a green one over it in the second, and a blue dot on
-    // the crossing, added last to the first share's lists but drawn before the second share.
-    shares[0].add({0, 0, 299, 299, 0xFFFF0000u});
-    shares[1].add({0, 299, 299, 0, 0xFF00FF00u});
-    shares[0].add({150, 150, 150, 150, 0xFF0000FFu});
+    // A red diagonal in the first share, a green one across it in the second, and a blue dot on
+    // the red one, added last to the first share's lists but drawn before the second share.
+    shares[0].add({0, 0, last, last, 0xFFFF0000u});
+    shares[1].add({0, last, last, 0, 0xFF00FF00u});
+    shares[0].add({middle, middle, middle, middle, 0xFF0000FFu});
     writeBands(reinterpret_cast<QRgb*>(image.bits()), image.bytesPerLine() / 4, image.height(),
                shares, 2);
-    EXPECT_EQ(image.pixel(150, 149), 0xFF00FF00u);
-    EXPECT_EQ(image.pixel(150, 150), 0xFF0000FFu);
+    EXPECT_EQ(image.pixel(middle, middle - 1), 0xFF00FF00u);
+    EXPECT_EQ(image.pixel(middle, middle), 0xFF0000FFu);
     EXPECT_EQ(image.pixel(10, 10), 0xFFFF0000u);
-    EXPECT_EQ(image.pixel(10, 289), 0xFF00FF00u);
-    EXPECT_EQ(shares[0].lineCount(), 4u);  // the long line lies in three bands, the dot in one
+    EXPECT_EQ(image.pixel(10, size - 11), 0xFF00FF00u);
+    EXPECT_EQ(shares[0].lineCount(), 4u);  // the diagonal lies in three bands, the dot in one
     EXPECT_EQ(shares[1].lineCount(), 3u);
 }
 
 TEST(RasterBandsTest, ListsKeepTheirChunksFromFrameToFrame) {
+    const int rows = 1 << RasterBands::kBandShift;
+    const auto inSecond = static_cast<std::int16_t>(rows + 3);
     RasterBands bands;
-    bands.reset(256);
+    bands.reset(2 * rows);
     for (int i = 0; i < 10000; ++i) bands.add({1, 1, 2, 2, kInk});
     EXPECT_EQ(bands.lineCount(), 10000u);
-    bands.reset(256);
+    bands.reset(2 * rows);
     EXPECT_EQ(bands.lineCount(), 0u);
-    bands.add({1, 200, 2, 200, kInk});
+    bands.add({1, inSecond, 2, inSecond, kInk});
     std::size_t seen = 0;
     bands.forEach(1, [&](const RasterLine& line) {
-        EXPECT_EQ(line.y0, 200);
+        EXPECT_EQ(line.y0, inSecond);
         ++seen;
     });
     EXPECT_EQ(seen, 1u);
