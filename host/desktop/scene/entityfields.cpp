@@ -94,37 +94,28 @@ int placeOf(std::uint64_t word, char byte) {
     return zeros == 0 ? 8 : std::countr_zero(zeros) >> 3;
 }
 
-// The value of up to eight digits ending at `end`, the bytes before the first taken as zeros;
-// false when one is no digit. Reads the eight bytes before `end`.
-inline bool digitsBefore(const char* end, int count, std::uint64_t& value) {
+// The value of the `count` (0 to 8) digits ending at `end`, the bytes before the first taken as
+// zeros. Reads the eight bytes before `end`; what is no digit sets bits of `bad`.
+inline std::uint64_t digitsBefore(const char* end, int count, std::uint64_t& bad) {
     std::uint64_t word = 0;
     std::memcpy(&word, end - 8, sizeof word);
-    const int unused = 8 * (8 - count);
-    const std::uint64_t keep = unused >= 64 ? 0 : ~0ull << unused;
+    const std::uint64_t keep = count == 0 ? 0 : ~0ull << ((64 - 8 * count) & 63);
     word = (word & keep) | (0x3030303030303030ull & ~keep);
-    const std::uint64_t low = word - 0x3030303030303030ull;
-    const std::uint64_t high = word + 0x4646464646464646ull;
-    if (((low | high) & 0x8080808080808080ull) != 0) return false;
-    std::uint64_t d = low;
-    d = (d * 10) + (d >> 8);
-    value = (((d & 0x000000FF000000FFull) * (100 + (1000000ull << 32))) +
-             (((d >> 16) & 0x000000FF000000FFull) * (1 + (10000ull << 32)))) >>
-            32;
-    return true;
+    const std::uint64_t d = word - 0x3030303030303030ull;
+    bad |= (d | (word + 0x4646464646464646ull)) & 0x8080808080808080ull;
+    const std::uint64_t pairs = (d * 10) + (d >> 8);
+    return (((pairs & 0x000000FF000000FFull) * (100 + (1000000ull << 32))) +
+            (((pairs >> 16) & 0x000000FF000000FFull) * (1 + (10000ull << 32)))) >>
+           32;
 }
 
 // The value of the `count` (0 to 16) digits ending at `end`; reads the sixteen bytes before it.
-inline bool digitRun(const char* end, int count, std::uint64_t& value) {
-    std::uint64_t low = 0;
-    if (!digitsBefore(end, std::min(count, 8), low)) return false;
-    if (count <= 8) {
-        value = low;
-        return true;
-    }
-    std::uint64_t high = 0;
-    if (!digitsBefore(end - 8, count - 8, high)) return false;
-    value = high * 100000000ull + low;
-    return true;
+// Both halves are always read: lengths vary from number to number, and a branch on them would
+// be mispredicted half the time.
+inline std::uint64_t digitRun(const char* end, int count, std::uint64_t& bad) {
+    const std::uint64_t low = digitsBefore(end, std::min(count, 8), bad);
+    const std::uint64_t high = digitsBefore(end - 8, std::max(count - 8, 0), bad);
+    return high * 100000000ull + low;
 }
 
 // The common shape of a coordinate ("-1234.5678", no blanks or exponent), read without a loop
@@ -139,25 +130,22 @@ std::optional<double> shortDecimal(std::string_view text, const char* lowest,
         at + 24 > reinterpret_cast<std::uintptr_t>(highest))
         return std::nullopt;
     const bool negative = *p == '-';
-    if (negative) {
-        ++p;
-        --n;
-    }
+    p += negative ? 1 : 0;
+    n -= negative ? 1 : 0;
     std::uint64_t first = 0;
     std::uint64_t second = 0;
     std::memcpy(&first, p, sizeof first);
     std::memcpy(&second, p + 8, sizeof second);
-    int dot = placeOf(first, '.');
-    if (dot == 8) dot += placeOf(second, '.');
-    if (dot >= n) dot = n;  // no point: an integer
-    if (dot == 16 && n > 16) return std::nullopt;
-    const int fraction = dot < n ? n - dot - 1 : 0;
-    if (dot + fraction == 0 || dot + fraction > 19 || dot > 16 || fraction > 16)
+    const int inFirst = placeOf(first, '.');
+    const int dot = std::min(n, inFirst < 8 ? inFirst : 8 + placeOf(second, '.'));
+    const int fraction = std::max(n - dot - 1, 0);
+    if (dot + fraction == 0 || dot + fraction > 19 || dot > 16 || fraction > 16 ||
+        (dot == 16 && n > 16))
         return std::nullopt;
-    std::uint64_t whole = 0;
-    std::uint64_t part = 0;
-    if (!digitRun(p + dot, dot, whole) || !digitRun(p + dot + 1 + fraction, fraction, part))
-        return std::nullopt;
+    std::uint64_t bad = 0;
+    const std::uint64_t whole = digitRun(p + dot, dot, bad);
+    const std::uint64_t part = digitRun(p + dot + 1 + fraction, fraction, bad);
+    if (bad != 0) return std::nullopt;
     const std::uint64_t mantissa = whole * kIntegerPowers[fraction] + part;
     const double value = static_cast<double>(mantissa) / kPowersOfTen[fraction];
     return negative ? -value : value;
