@@ -24,15 +24,40 @@ struct Walk {
 
 }  // namespace
 
-void plotLine(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top, int bottom) {
+namespace {
+
+// Bresenham's walk from one end to the other, every pixel written.
+inline void plotWhole(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line) {
+    const int dx = std::abs(line.x1 - line.x0);
+    const int dy = std::abs(line.y1 - line.y0);
+    QRgb* at = bits + line.y0 * stride + line.x0;
+    const QRgb color = line.color;
+    *at = color;
+    const std::ptrdiff_t sx = line.x0 < line.x1 ? 1 : -1;
+    const std::ptrdiff_t sy = line.y0 < line.y1 ? stride : -stride;
+    const bool xMajor = dx >= dy;
+    const std::ptrdiff_t majorStep = xMajor ? sx : sy;
+    const std::ptrdiff_t minorStep = xMajor ? sy : sx;
+    const int along = xMajor ? dx : dy;
+    const int across = xMajor ? dy : dx;
+    int error = along / 2;
+    for (int steps = along; steps > 0; --steps) {
+        at += majorStep;
+        error -= across;
+        if (error < 0) {
+            error += along;
+            at += minorStep;
+        }
+        *at = color;
+    }
+}
+
+// The part of a line crossing rows [top, bottom) that it does not lie within.
+void plotPart(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top, int bottom) {
     const int x0 = line.x0;
     const int y0 = line.y0;
     const int dx = std::abs(line.x1 - x0);
     const int dy = std::abs(line.y1 - y0);
-    if (dx == 0 && dy == 0) {
-        if (y0 >= top && y0 < bottom) bits[y0 * stride + x0] = line.color;
-        return;
-    }
     const int sx = x0 < line.x1 ? 1 : -1;
     const int sy = y0 < line.y1 ? 1 : -1;
     const bool xMajor = dx >= dy;
@@ -42,11 +67,7 @@ void plotLine(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top
     const std::int64_t high = sy > 0 ? bottom - 1 - y0 : y0 - top;
     std::int64_t first = 0;
     std::int64_t last = walk.along;
-    const bool within = std::min(y0, static_cast<int>(line.y1)) >= top &&
-                        std::max(y0, static_cast<int>(line.y1)) < bottom;
-    if (within) {
-        // Most lines lie in one band: the whole walk, no divisions to find where it starts.
-    } else if (xMajor) {
+    if (xMajor) {
         if (high < 0 || low > walk.across) return;
         if (low > 0) first = walk.firstStepWith(low);
         if (high < walk.across) last = walk.firstStepWith(high + 1) - 1;
@@ -75,6 +96,30 @@ void plotLine(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top
         }
         *at = color;
     }
+}
+
+// Most lines lie within the band: walked whole, with no divisions to find where they enter.
+inline void plotInBand(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top,
+                       int bottom) {
+    const bool down = line.y0 <= line.y1;
+    const int upper = down ? line.y0 : line.y1;
+    const int lower = down ? line.y1 : line.y0;
+    if (upper >= top && lower < bottom) {
+        if (line.x0 == line.x1 && line.y0 == line.y1) {
+            bits[line.y0 * stride + line.x0] = line.color;
+        } else {
+            plotWhole(bits, stride, line);
+        }
+        return;
+    }
+    if (lower < top || upper >= bottom) return;
+    plotPart(bits, stride, line, top, bottom);
+}
+
+}  // namespace
+
+void plotLine(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line, int top, int bottom) {
+    plotInBand(bits, stride, line, top, bottom);
 }
 
 void RasterBands::reset(int height) {
@@ -110,7 +155,7 @@ void writeBands(QRgb* bits, std::ptrdiff_t stride, int height, std::span<const R
             const int bottom = std::min(height, top + (1 << RasterBands::kBandShift));
             for (const RasterBands& share : shares) {
                 share.forEach(band, [&](const RasterLine& line) {
-                    plotLine(bits, stride, line, top, bottom);
+                    plotInBand(bits, stride, line, top, bottom);
                 });
             }
         }
