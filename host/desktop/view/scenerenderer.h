@@ -52,6 +52,11 @@ public:
                         std::optional<QColor> color = std::nullopt);
 
     const Counts& lastCounts() const { return m_counts; }
+    // The lines of the last frame (render's, not renderEntities'), a list a share, for
+    // benchmarks that write them otherwise.
+    std::span<const RasterBands> lastLines() const {
+        return std::span(m_bands).first(std::min<std::size_t>(m_bands.size(), m_counts.threads));
+    }
 
 private:
     // What a block reference passes down to the block it shows.
