@@ -10,21 +10,24 @@
 
 namespace {
 
+// Lines run between pixels of an image less than 32768 pixels a side, so every product below
+// fits 32 bits, and unsigned divisions of that width are the quick ones.
 struct Walk {
     std::int64_t along = 0;   // pixels along the major axis
     std::int64_t across = 0;  // along the minor one
     std::int64_t half = 0;    // the error's start
 
     std::int64_t minorAfter(std::int64_t step) const {
-        return (step * across - half + along - 1) / along;
+        return static_cast<std::uint32_t>(step * across - half + along - 1) /
+               static_cast<std::uint32_t>(along);
     }
     // The first step after which the minor axis has moved k >= 1 pixels (across > 0).
-    std::int64_t firstStepWith(std::int64_t k) const { return ((k - 1) * along + half) / across + 1; }
+    std::int64_t firstStepWith(std::int64_t k) const {
+        return static_cast<std::uint32_t>((k - 1) * along + half) /
+                   static_cast<std::uint32_t>(across) +
+               1;
+    }
 };
-
-}  // namespace
-
-namespace {
 
 // Bresenham's walk from one end to the other, every pixel written.
 inline void plotWhole(QRgb* bits, std::ptrdiff_t stride, const RasterLine& line) {

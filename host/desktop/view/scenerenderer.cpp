@@ -201,8 +201,53 @@ void SceneRenderer::drawRange(Frame& frame, std::size_t begin, std::size_t end) 
 }
 
 void SceneRenderer::drawEntities(Frame& frame, std::span<const std::uint32_t> entities) {
-    for (const std::uint32_t index : entities) {
+    // What a zoomed-in view meets lies scattered over the scene, and each step from an entity to
+    // what it draws would wait for memory: every step is asked for some entities ahead.
+    constexpr std::size_t kRecordsAhead = 16;
+    constexpr std::size_t kPrimitivesAhead = 8;
+    constexpr std::size_t kDataAhead = 4;
+    constexpr std::size_t kPointsAhead = 2;
+    const std::size_t count = entities.size();
+    for (std::size_t k = 0; k < count; ++k) {
+        if (k + kRecordsAhead < count) {
+            const std::uint32_t index = entities[k + kRecordsAhead];
+            __builtin_prefetch(&m_scene.entity(index));
+            __builtin_prefetch(&m_scene.boundsOf(index));
+        }
+        if (k + kPrimitivesAhead < count) {
+            const std::uint32_t index = entities[k + kPrimitivesAhead];
+            __builtin_prefetch(&m_scene.shapeOf(index).primitives[m_scene.entity(index).firstPrimitive]);
+        }
+        if (k + kDataAhead < count) prefetchData(entities[k + kDataAhead], false);
+        if (k + kPointsAhead < count) prefetchData(entities[k + kPointsAhead], true);
+        const std::uint32_t index = entities[k];
         sortEntity(frame, m_scene.shapeOf(index), m_scene.entity(index), m_scene.boundsOf(index));
+    }
+}
+
+void SceneRenderer::prefetchData(std::uint32_t index, bool points) const {
+    const SceneShape& shape = m_scene.shapeOf(index);
+    const ScenePrimitive& primitive = shape.primitives[m_scene.entity(index).firstPrimitive];
+    switch (primitive.kind) {
+        case ScenePrimitiveKind::Path:
+            if (points) {
+                __builtin_prefetch(&shape.points[shape.paths[primitive.index].first]);
+            } else {
+                __builtin_prefetch(&shape.paths[primitive.index]);
+            }
+            break;
+        case ScenePrimitiveKind::Arc:
+            if (!points) __builtin_prefetch(&shape.arcs[primitive.index]);
+            break;
+        case ScenePrimitiveKind::Text:
+            if (!points) __builtin_prefetch(&shape.texts[primitive.index]);
+            break;
+        case ScenePrimitiveKind::Dot:
+            if (!points) __builtin_prefetch(&shape.points[primitive.index]);
+            break;
+        case ScenePrimitiveKind::Reference:
+            if (!points) __builtin_prefetch(&shape.references[primitive.index]);
+            break;
     }
 }
 

@@ -91,6 +91,8 @@ private:
     // Entities by place in drawing order: dots straight into the image, the rest drawn.
     void drawEntities(Frame& frame, std::span<const std::uint32_t> entities);
     void drawRange(Frame& frame, std::size_t begin, std::size_t end);
+    // Asks memory for what an entity's first primitive draws (its points, with `points`).
+    void prefetchData(std::uint32_t index, bool points) const;
     void sortEntity(Frame& frame, const SceneShape& shape, const SceneEntity& entity,
                     const SceneRect& box);
     void drawShape(Frame& frame, const SceneShape& shape, std::uint32_t first, std::uint32_t count,
