@@ -4,6 +4,7 @@
 #include "host/desktop/scene/drawingscene.h"
 
 #include <algorithm>
+#include <bit>
 #include <cwctype>
 #include <mutex>
 #include <thread>
@@ -38,6 +39,22 @@ using BlocksByName = std::unordered_map<std::string, BlockAnswer, BytesHash, std
 
 bool isPart(std::string_view type) {
     return type == "ATTRIB" || type == "VERTEX" || type == "SEQEND";
+}
+
+// Puts distinct places below `count` in order. Many of them are marked in a bitmap of all places
+// and read back in order, much quicker than sorting them; a few are sorted.
+void sortPlaces(std::vector<std::uint32_t>& places, std::size_t count) {
+    if (places.size() * 16 < count / 64) {
+        std::sort(places.begin(), places.end());
+        return;
+    }
+    std::vector<std::uint64_t> marks((count + 63) / 64);
+    for (const std::uint32_t place : places) marks[place >> 6] |= std::uint64_t{1} << (place & 63);
+    places.clear();
+    for (std::size_t word = 0; word < marks.size(); ++word) {
+        for (std::uint64_t bits = marks[word]; bits != 0; bits &= bits - 1)
+            places.push_back(static_cast<std::uint32_t>(word * 64 + std::countr_zero(bits)));
+    }
 }
 
 }  // namespace
@@ -325,7 +342,7 @@ void DrawingScene::entitiesIn(const SceneRect& rect, std::vector<std::uint32_t>&
     out.clear();
     index().query(rect, boxes(), out);
     std::erase_if(out, [this](std::uint32_t i) { return entity(i).removed; });
-    std::sort(out.begin(), out.end());
+    sortPlaces(out, entityCount());
 }
 
 std::vector<std::uint32_t> DrawingScene::candidates(const SceneRect& rect,
