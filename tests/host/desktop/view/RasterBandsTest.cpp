@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <algorithm>
 #include <random>
+#include <tuple>
 #include <set>
 #include <utility>
 
@@ -103,6 +105,45 @@ TEST(RasterBandsTest, RandomLinesInBandsMatchTheWholeWalk) {
                    image.height(), std::span(&bands, 1), 2);
         ASSERT_EQ(marked(image, kInk), bresenham(x0, y0, x1, y1))
             << x0 << "," << y0 << " to " << x1 << "," << y1;
+    }
+}
+
+// Long lines, walked in fixed point, land on Bresenham's pixels whatever their slope, ties and
+// near-ties included, whole or from any row on.
+TEST(RasterBandsTest, LongLinesKeepBresenhamsPixels) {
+    constexpr int kSize = 2048;
+    std::mt19937 random(19);
+    std::uniform_int_distribution<int> coordinate(0, kSize - 1);
+    std::vector<std::tuple<int, int, int, int>> lines{
+        {0, 0, kSize - 1, (kSize - 1) / 2}, {0, 0, kSize - 1, kSize / 2},
+        {0, 0, kSize - 1, kSize - 2},       {kSize - 1, 5, 0, 6},
+        {7, 0, 8, kSize - 1},               {100, 1500, 1999, 1},
+        {0, 0, 3, kSize - 1},               {kSize - 1, kSize - 1, 0, 2047}};
+    for (int i = 0; i < 40; ++i)
+        lines.emplace_back(coordinate(random), coordinate(random), coordinate(random),
+                           coordinate(random));
+    std::vector<QRgb> pixels(static_cast<std::size_t>(kSize) * kSize);
+    for (const auto& [x0, y0, x1, y1] : lines) {
+        const RasterLine line{static_cast<std::int16_t>(x0), static_cast<std::int16_t>(y0),
+                              static_cast<std::int16_t>(x1), static_cast<std::int16_t>(y1), kInk};
+        const Pixels expected = bresenham(x0, y0, x1, y1);
+        // The rows the line spans: nothing may be written outside them, nor beside its pixels.
+        const auto from = pixels.begin() + static_cast<std::ptrdiff_t>(std::min(y0, y1)) * kSize;
+        const auto to = pixels.begin() + static_cast<std::ptrdiff_t>(std::max(y0, y1) + 1) * kSize;
+        for (const int rows : {kSize, 97}) {
+            for (int top = 0; top < kSize; top += rows)
+                plotLine(pixels.data(), kSize, line, top, std::min(kSize, top + rows));
+            Pixels written;
+            for (const auto& [x, y] : expected) {
+                if (pixels[static_cast<std::size_t>(y) * kSize + x] == kInk) written.insert({x, y});
+            }
+            ASSERT_EQ(written, expected) << x0 << "," << y0 << " to " << x1 << "," << y1;
+            ASSERT_EQ(static_cast<std::size_t>(std::count(pixels.begin(), pixels.end(), kInk)),
+                      static_cast<std::size_t>(std::count(from, to, kInk)));
+            ASSERT_EQ(static_cast<std::size_t>(std::count(from, to, kInk)), expected.size())
+                << "bands of " << rows;
+            std::fill(from, to, 0u);
+        }
     }
 }
 
