@@ -1,14 +1,18 @@
 // The drawing view on the million-reference drawing: reading it alone, then reading it, building
-// the scene with its index and painting it once into a 1600 x 1000 image; then redrawing the
-// built scene at zoom extents and zoomed in to 1% of the extents.
+// the scene and painting it once into a 1600 x 1000 image; then redrawing the built scene at
+// zoom extents and zoomed in; and the lines of the picture at extents written by the renderer's
+// own loop against QPainter.
 #include <benchmark/benchmark.h>
 
 #include <QGuiApplication>
 #include <QImage>
+#include <QPainter>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <memory>
+#include <vector>
 
 #include "host/desktop/scene/drawingscene.h"
 #include "host/desktop/view/scenerenderer.h"
@@ -118,6 +122,79 @@ void Redraw(benchmark::State& state, double share) {
     state.counters["drawn"] = static_cast<double>(renderer.lastCounts().drawn);
 }
 
+// The lines of the picture at zoom extents, as the renderer gathers them, each once (a line is
+// listed in every band it crosses; it is kept in the band of its first end).
+std::vector<RasterLine> extentsLines(const DrawingScene& scene) {
+    SceneRenderer renderer(scene);
+    ViewTransform view({}, 1.0, kImage);
+    view.fit(scene.extents());
+    QImage image(kImage, QImage::Format_ARGB32_Premultiplied);
+    renderer.render(image, view);
+    std::vector<RasterLine> lines;
+    for (const RasterBands& share : renderer.lastLines()) {
+        for (int band = 0; band < share.bandCount(); ++band) {
+            share.forEach(band, [&](const RasterLine& line) {
+                if (line.y0 >> RasterBands::kBandShift == band) lines.push_back(line);
+            });
+        }
+    }
+    return lines;
+}
+
+// Those lines written by the renderer's own loop, band by band, on one thread.
+void LinesOwnLoop(benchmark::State& state) {
+    Built& b = built(state);
+    if (!b.scene) {
+        state.SkipWithError("no drawing");
+        return;
+    }
+    const std::vector<RasterLine> lines = extentsLines(*b.scene);
+    RasterBands bands;
+    bands.reset(kImage.height());
+    for (const RasterLine& line : lines) bands.add(line);
+    QImage image(kImage, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        image.fill(Qt::black);
+        writeBands(reinterpret_cast<QRgb*>(image.bits()), image.bytesPerLine() / 4,
+                   image.height(), std::span(&bands, 1), 1);
+    }
+    state.counters["lines"] = static_cast<double>(lines.size());
+}
+
+// The same lines drawn with QPainter: a cosmetic one-pixel pen, no antialiasing, one drawLines
+// (and one drawPoints for the dots) a colour, on one thread.
+void LinesQPainter(benchmark::State& state) {
+    Built& b = built(state);
+    if (!b.scene) {
+        state.SkipWithError("no drawing");
+        return;
+    }
+    std::map<QRgb, std::pair<std::vector<QLine>, std::vector<QPoint>>> byColour;
+    for (const RasterLine& line : extentsLines(*b.scene)) {
+        auto& [segments, dots] = byColour[line.color];
+        if (line.x0 == line.x1 && line.y0 == line.y1) {
+            dots.emplace_back(line.x0, line.y0);
+        } else {
+            segments.emplace_back(line.x0, line.y0, line.x1, line.y1);
+        }
+    }
+    QImage image(kImage, QImage::Format_ARGB32_Premultiplied);
+    for (auto _ : state) {
+        image.fill(Qt::black);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing, false);
+        for (const auto& [colour, lists] : byColour) {
+            QPen pen(QColor::fromRgba(colour));
+            pen.setCosmetic(true);
+            pen.setWidth(0);
+            painter.setPen(pen);
+            painter.drawLines(lists.first.data(), static_cast<int>(lists.first.size()));
+            painter.drawPoints(lists.second.data(), static_cast<int>(lists.second.size()));
+        }
+    }
+    state.counters["colours"] = static_cast<double>(byColour.size());
+}
+
 void RedrawExtents(benchmark::State& state) { Redraw(state, 1.0); }
 void RedrawOnePercentWide(benchmark::State& state) { Redraw(state, 0.01); }
 void RedrawOnePercentOfTheArea(benchmark::State& state) { Redraw(state, 0.1); }
@@ -129,6 +206,8 @@ BENCHMARK(OpenAndFirstPaint)->Unit(benchmark::kMillisecond)->Iterations(3)->UseR
 BENCHMARK(RedrawExtents)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(RedrawOnePercentWide)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(RedrawOnePercentOfTheArea)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(LinesOwnLoop)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(LinesQPainter)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -4,6 +4,7 @@
 #include "host/desktop/scene/drawingscene.h"
 
 #include <algorithm>
+#include <bit>
 #include <cwctype>
 #include <mutex>
 #include <thread>
@@ -38,6 +39,22 @@ using BlocksByName = std::unordered_map<std::string, BlockAnswer, BytesHash, std
 
 bool isPart(std::string_view type) {
     return type == "ATTRIB" || type == "VERTEX" || type == "SEQEND";
+}
+
+// Puts distinct places below `count` in order. Many of them are marked in a bitmap of all places
+// and read back in order, much quicker than sorting them; a few are sorted.
+void sortPlaces(std::vector<std::uint32_t>& places, std::size_t count) {
+    if (places.size() * 16 < count / 64) {
+        std::sort(places.begin(), places.end());
+        return;
+    }
+    std::vector<std::uint64_t> marks((count + 63) / 64);
+    for (const std::uint32_t place : places) marks[place >> 6] |= std::uint64_t{1} << (place & 63);
+    places.clear();
+    for (std::size_t word = 0; word < marks.size(); ++word) {
+        for (std::uint64_t bits = marks[word]; bits != 0; bits &= bits - 1)
+            places.push_back(static_cast<std::uint32_t>(word * 64 + std::countr_zero(bits)));
+    }
 }
 
 }  // namespace
@@ -188,12 +205,31 @@ DrawingScene::DrawingScene(const DxfDocument& document, DxfSpace space, unsigned
     const std::vector<AcDbObjectId> ids =
         space == DxfSpace::PaperLayouts ? document.entityIds(space) : document.sectionEntityIds();
     readParts(ids, threads);
-    SceneRect all;
-    for (const ScenePart& part : m_parts) all.unite(part.shape.bounds);
-    m_index.build(boxes(), all, static_cast<unsigned>(m_parts.size()));
+    // Nothing is removed yet: the parts' boxes are the extents.
+    for (const ScenePart& part : m_parts) m_extents.unite(part.shape.bounds);
+    m_extentsValid = true;
 }
 
-DrawingScene::~DrawingScene() = default;
+DrawingScene::~DrawingScene() {
+    if (m_indexBuilder.joinable()) m_indexBuilder.join();
+}
+
+const SceneGridIndex& DrawingScene::index() const {
+    std::call_once(m_indexOnce, [this] {
+        SceneRect all;
+        for (const ScenePart& part : m_parts) all.unite(part.shape.bounds);
+        m_index.build(boxes(), all, std::max(1u, std::thread::hardware_concurrency()));
+        m_indexBuilt = true;
+    });
+    return m_index;
+}
+
+void DrawingScene::prepareIndex() const {
+    if (m_indexBuilt || m_indexBuilder.joinable()) return;
+    m_indexBuilder = std::jthread([this] { index(); });
+}
+
+bool DrawingScene::indexBuilt() const { return m_indexBuilt; }
 
 void DrawingScene::readParts(std::span<const AcDbObjectId> ids, unsigned threads) {
     // Left to the scene, small drawings are read on one thread; a number asked for is used.
@@ -304,9 +340,9 @@ SceneRect DrawingScene::extents() const {
 
 void DrawingScene::entitiesIn(const SceneRect& rect, std::vector<std::uint32_t>& out) const {
     out.clear();
-    m_index.query(rect, boxes(), out);
+    index().query(rect, boxes(), out);
     std::erase_if(out, [this](std::uint32_t i) { return entity(i).removed; });
-    std::sort(out.begin(), out.end());
+    sortPlaces(out, entityCount());
 }
 
 std::vector<std::uint32_t> DrawingScene::candidates(const SceneRect& rect,
@@ -371,6 +407,8 @@ bool DrawingScene::addEntity(AcDbObjectId id) {
     std::vector<AcDbObjectId> ids{id};
     const std::vector<AcDbObjectId> parts = m_document.entityParts(id);
     ids.insert(ids.end(), parts.begin(), parts.end());
+    // A builder at work reads the parts: it finishes before they change.
+    index();
     if (!m_editPart) {
         m_parts.emplace_back();
         m_partStart.push_back(m_partStart.back());

@@ -3,13 +3,16 @@
 // extents, and a spatial index for drawing a part of the space and for hit tests.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <unordered_map>
 #include <vector>
 
@@ -71,6 +74,12 @@ public:
     SceneRect extents() const;
     // The entities (not removed) whose box meets the rectangle, by place in drawing order.
     void entitiesIn(const SceneRect& rect, std::vector<std::uint32_t>& out) const;
+    // The spatial index is built when first asked for, which a picture of the whole space never
+    // does. This builds it now on a thread of its own, so that it is ready, or nearly, when the
+    // view first zooms in or the user first selects; asking sooner waits for it. Called from the
+    // thread that owns the scene.
+    void prepareIndex() const;
+    bool indexBuilt() const;
 
     // Hit tests over entities that can be selected, narrowed to a DXF type name when one is given
     // ("INSERT", any case). A pick finds the entity nearest the point within the tolerance (the
@@ -99,6 +108,7 @@ private:
     void readParts(std::span<const AcDbObjectId> ids, unsigned threads);
     void readPart(std::span<const AcDbObjectId> ids, ScenePart& part);
     SceneGridIndex::Boxes boxes() const;
+    const SceneGridIndex& index() const;
     // Candidates of a hit test: selectable, not removed, of the type, box meeting the rectangle.
     std::vector<std::uint32_t> candidates(const SceneRect& rect, std::string_view type) const;
 
@@ -113,7 +123,10 @@ private:
     std::vector<std::size_t> m_partStart;  // then the entity count
     bool m_editPart = false;               // whether the last part holds what edits added
     mutable std::unordered_map<AcDbObjectId, std::uint32_t> m_byId;  // made on first use
-    SceneGridIndex m_index;
+    mutable SceneGridIndex m_index;
+    mutable std::once_flag m_indexOnce;
+    mutable std::atomic<bool> m_indexBuilt = false;
+    mutable std::jthread m_indexBuilder;  // joined first when the scene goes
     mutable SceneRect m_extents;
     mutable bool m_extentsValid = false;
 };

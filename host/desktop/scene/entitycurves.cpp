@@ -40,7 +40,7 @@ void SceneEntityReader::readLine(Entity& entity) {
 void SceneEntityReader::readCircle(Entity& entity) {
     const double r = m_fields.real(40, 0);
     const SceneArc arc{{m_fields.real(10, 0), m_fields.real(20, 0)}, {r, 0}, {0, r}, 0, kTurn};
-    entity.shape->addArc(mapArc(entity.ocs.transform(m_fields.real(30, 0)), arc),
+    entity.shape->addArc(mapArc(ocsTransform(entity, 30), arc),
                          entity.style.color, entity.style.inherits);
 }
 
@@ -49,7 +49,7 @@ void SceneEntityReader::readArc(Entity& entity) {
     const double start = m_fields.real(50, 0) * kDegree;
     const double end = endAfter(start, m_fields.real(51, 360) * kDegree);
     const SceneArc arc{{m_fields.real(10, 0), m_fields.real(20, 0)}, {r, 0}, {0, r}, start, end};
-    entity.shape->addArc(mapArc(entity.ocs.transform(m_fields.real(30, 0)), arc),
+    entity.shape->addArc(mapArc(ocsTransform(entity, 30), arc),
                          entity.style.color, entity.style.inherits);
 }
 
@@ -97,7 +97,7 @@ void SceneEntityReader::readLwPolyline(Entity& entity) {
         if (m_file.code(tag) >= 1000) break;
     }
     const bool closed = (m_fields.integer(70, 0) & kClosed) != 0;
-    addBulgedPolyline(*entity.shape, vertices, closed, entity.ocs.transform(m_fields.real(38, 0)),
+    addBulgedPolyline(*entity.shape, vertices, closed, ocsTransform(entity, 38),
                       entity.style.color, entity.style.inherits);
 }
 
@@ -181,7 +181,7 @@ void SceneEntityReader::readPolyline(Entity& entity) {
 
 void SceneEntityReader::readSolid(Entity& entity) {
     // The corners go 1, 2, 4, 3 around; a triangle repeats its third corner as the fourth.
-    const SceneTransform toWorld = entity.ocs.transform(m_fields.real(30, 0));
+    const SceneTransform toWorld = ocsTransform(entity, 30);
     ScenePoint corner[4];
     for (int i = 0; i < 4; ++i) {
         const int code = 10 + i;

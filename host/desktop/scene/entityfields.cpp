@@ -1,6 +1,7 @@
 // One walk over a record, noting where each code first stands.
 #include "host/desktop/scene/entityfields.h"
 
+#include <bit>
 #include <cstring>
 
 namespace {
@@ -67,11 +68,99 @@ std::optional<double> plainDecimal(std::string_view text) {
     return negative ? -value : value;
 }
 
+constexpr std::uint64_t kIntegerPowers[] = {1ull,
+                                            10ull,
+                                            100ull,
+                                            1000ull,
+                                            10000ull,
+                                            100000ull,
+                                            1000000ull,
+                                            10000000ull,
+                                            100000000ull,
+                                            1000000000ull,
+                                            10000000000ull,
+                                            100000000000ull,
+                                            1000000000000ull,
+                                            10000000000000ull,
+                                            100000000000000ull,
+                                            1000000000000000ull,
+                                            10000000000000000ull};
+
+// Where a byte of eight is `byte`: its place, or 8.
+int placeOf(std::uint64_t word, char byte) {
+    constexpr std::uint64_t kOnes = 0x0101010101010101ull;
+    const std::uint64_t x = word ^ (kOnes * static_cast<unsigned char>(byte));
+    const std::uint64_t zeros = (x - kOnes) & ~x & 0x8080808080808080ull;
+    return zeros == 0 ? 8 : std::countr_zero(zeros) >> 3;
+}
+
+// The value of the `count` (0 to 8) digits ending at `end`, the bytes before the first taken as
+// zeros. Reads the eight bytes before `end`; what is no digit sets bits of `bad`.
+inline std::uint64_t digitsBefore(const char* end, int count, std::uint64_t& bad) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, end - 8, sizeof word);
+    const std::uint64_t keep = count == 0 ? 0 : ~0ull << ((64 - 8 * count) & 63);
+    word = (word & keep) | (0x3030303030303030ull & ~keep);
+    const std::uint64_t d = word - 0x3030303030303030ull;
+    bad |= (d | (word + 0x4646464646464646ull)) & 0x8080808080808080ull;
+    const std::uint64_t pairs = (d * 10) + (d >> 8);
+    return (((pairs & 0x000000FF000000FFull) * (100 + (1000000ull << 32))) +
+            (((pairs >> 16) & 0x000000FF000000FFull) * (1 + (10000ull << 32)))) >>
+           32;
+}
+
+// The value of the `count` (0 to 16) digits ending at `end`; reads the sixteen bytes before it.
+// Both halves are always read: lengths vary from number to number, and a branch on them would
+// be mispredicted half the time.
+inline std::uint64_t digitRun(const char* end, int count, std::uint64_t& bad) {
+    const std::uint64_t low = digitsBefore(end, std::min(count, 8), bad);
+    const std::uint64_t high = digitsBefore(end - 8, std::max(count - 8, 0), bad);
+    return high * 100000000ull + low;
+}
+
+// The common shape of a coordinate ("-1234.5678", no blanks or exponent), read without a loop
+// over its digits; what it does not take goes to plainDecimal, which gives the same value for
+// what it does. `lowest` and `highest` bound the bytes around the text that may be read.
+std::optional<double> shortDecimal(std::string_view text, const char* lowest,
+                                   const char* highest) {
+    const char* p = text.data();
+    auto n = static_cast<int>(text.size());
+    const auto at = reinterpret_cast<std::uintptr_t>(p);
+    if (n == 0 || n > 20 || at < reinterpret_cast<std::uintptr_t>(lowest) + 16 ||
+        at + 24 > reinterpret_cast<std::uintptr_t>(highest))
+        return std::nullopt;
+    const bool negative = *p == '-';
+    p += negative ? 1 : 0;
+    n -= negative ? 1 : 0;
+    std::uint64_t first = 0;
+    std::uint64_t second = 0;
+    std::memcpy(&first, p, sizeof first);
+    std::memcpy(&second, p + 8, sizeof second);
+    const int inFirst = placeOf(first, '.');
+    const int dot = std::min(n, inFirst < 8 ? inFirst : 8 + placeOf(second, '.'));
+    const int fraction = std::max(n - dot - 1, 0);
+    if (dot + fraction == 0 || dot + fraction > 19 || dot > 16 || fraction > 16 ||
+        (dot == 16 && n > 16))
+        return std::nullopt;
+    std::uint64_t bad = 0;
+    const std::uint64_t whole = digitRun(p + dot, dot, bad);
+    const std::uint64_t part = digitRun(p + dot + 1 + fraction, fraction, bad);
+    if (bad != 0) return std::nullopt;
+    const std::uint64_t mantissa = whole * kIntegerPowers[fraction] + part;
+    const double value = static_cast<double>(mantissa) / kPowersOfTen[fraction];
+    return negative ? -value : value;
+}
+
 }  // namespace
 
 double sceneReal(const DxfTagFile& file, std::uint32_t tag, double fallback) {
     if (file.format() == DxfFormat::Ascii) {
-        if (const auto value = plainDecimal(file.value(tag))) return *value;
+        const std::string_view text = file.value(tag);
+        const std::string_view after = file.trailer();
+        if (const auto value =
+                shortDecimal(text, file.prefix().data(), after.data() + after.size()))
+            return *value;
+        if (const auto value = plainDecimal(text)) return *value;
     }
     return file.real(tag).value_or(fallback);
 }

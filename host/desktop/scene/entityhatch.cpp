@@ -63,7 +63,7 @@ void SceneEntityReader::readHatch(Entity& entity) {
     while (first < tags.size() && m_file.code(tags[first]) != 91) ++first;
     Cursor cursor(m_file, tags, first);
     const std::int64_t pathCount = cursor.integer(91).value_or(0);
-    const SceneTransform toWorld = entity.ocs.transform(m_fields.real(30, 0));
+    const SceneTransform toWorld = ocsTransform(entity, 30);
     SceneShape& shape = *entity.shape;
     const SceneColor color = entity.style.color;
     const bool inherits = entity.style.inherits;

@@ -242,10 +242,11 @@ void SceneEntityReader::readInsert(Entity& entity) {
     if (block) {
         const SceneTransform turn =
             rotation == 0.0 ? SceneTransform() : SceneTransform::rotation(rotation);
-        const SceneTransform local =
-            SceneTransform::translation(-block->basePoint.x, -block->basePoint.y)
-                .then(SceneTransform::scaling(sx, sy))
-                .then(turn);
+        // Most references are neither turned nor tilted: those products are left out.
+        SceneTransform local = SceneTransform::translation(-block->basePoint.x, -block->basePoint.y)
+                                   .then(SceneTransform::scaling(sx, sy));
+        if (rotation != 0.0) local = local.then(turn);
+        const bool world = entity.ocs.isWorld();
         const SceneTransform toWorld = entity.ocs.transform(z);
         std::int64_t placed = 0;
         for (std::int64_t row = 0; row < rows && placed < kMaxGridReferences; ++row) {
@@ -256,10 +257,9 @@ void SceneEntityReader::readInsert(Entity& entity) {
                                     static_cast<double>(row) * rowSpacing});
                 SceneReference reference;
                 reference.shape = block->shape;
-                reference.transform = local
-                                          .then(SceneTransform::translation(position.x + offset.x,
-                                                                            position.y + offset.y))
-                                          .then(toWorld);
+                reference.transform = local.then(SceneTransform::translation(
+                    position.x + offset.x, position.y + offset.y));
+                if (!world) reference.transform = reference.transform.then(toWorld);
                 reference.layer = static_cast<std::uint16_t>(layerIndex);
                 entity.shape->addReference(reference, style.color, style.inherits);
                 entity.shape->bounds.unite(reference.transform.mapRect(block->bounds));

@@ -84,6 +84,12 @@ private:
     bool readStyle(Entity& entity, bool& selectable);
     Style styleOf(const SceneFields& fields, std::size_t layer, bool inBlock) const;
     DxfTagRange tagsAt(const Entity& entity, std::size_t offset) const;
+    // The entity's OCS at the height its code gives; in the world's axes heights do not show,
+    // and are not read.
+    SceneTransform ocsTransform(const Entity& entity, int heightCode) const {
+        return entity.ocs.isWorld() ? SceneTransform()
+                                    : entity.ocs.transform(m_fields.real(heightCode, 0));
+    }
     std::string_view typeAt(const Entity& entity, std::size_t offset) const;
     // The records after a reference or polyline that belong to it: attributes or vertices and
     // the closing SEQEND, counted with the entity's own.

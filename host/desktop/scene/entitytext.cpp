@@ -141,7 +141,7 @@ void SceneEntityReader::addTextRun(Entity& entity, AcDbObjectId source, const St
                      .then(mirror)
                      .then(SceneTransform::rotation(rotation))
                      .then(SceneTransform::translation(anchor.x, anchor.y))
-                     .then(entity.ocs.transform(m_fields.real(30, 0)));
+                     .then(ocsTransform(entity, 30));
     entity.shape->addText(text, style.color, style.inherits);
 }
 

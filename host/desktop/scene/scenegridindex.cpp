@@ -13,16 +13,6 @@ constexpr int kMaxLevels = 9;
 // Levels whose cells are an eighth of the grid or larger keep their items' boxes at hand.
 constexpr int kCoarseLevels = 4;
 
-float down(double value) {
-    const auto f = static_cast<float>(value);
-    return static_cast<double>(f) > value ? std::nextafter(f, -HUGE_VALF) : f;
-}
-
-float up(double value) {
-    const auto f = static_cast<float>(value);
-    return static_cast<double>(f) < value ? std::nextafter(f, HUGE_VALF) : f;
-}
-
 std::uint32_t clampedCell(double offset, double cellsPerUnit, std::uint32_t cells) {
     const double index = offset * cellsPerUnit;
     if (!(index > 0)) return 0;
@@ -102,14 +92,10 @@ void SceneGridIndex::build(const Boxes& boxes, const SceneRect& all, unsigned th
     for (std::uint32_t i = 0; i < count; ++i) {
         if (cellOfItem[i] != kNoCell) m_items[next[cellOfItem[i]]++] = i;
     }
-    // Rounded outwards: a coarse box may meet a rectangle its item only touches, never less.
     const int coarse = std::min(kCoarseLevels, m_levels);
     m_coarseItems = m_cellStart[m_levelStart[static_cast<std::size_t>(coarse)]];
     m_coarse.resize(m_coarseItems);
-    for (std::uint32_t i = 0; i < m_coarseItems; ++i) {
-        const SceneRect& box = boxes[m_items[i]];
-        m_coarse[i] = {down(box.minX), down(box.minY), up(box.maxX), up(box.maxY)};
-    }
+    for (std::uint32_t i = 0; i < m_coarseItems; ++i) m_coarse[i] = boxes[m_items[i]];
 }
 
 void SceneGridIndex::insert(std::uint32_t item, const SceneRect& box) {
@@ -133,13 +119,8 @@ void SceneGridIndex::query(const SceneRect& rect, const Boxes& boxes,
             const std::uint32_t row = base + y * cells;
             const std::uint32_t end = m_cellStart[row + x1 + 1];
             for (std::uint32_t i = m_cellStart[row + x0]; i < end; ++i) {
-                if (i < m_coarseItems) {
-                    const CoarseBox& c = m_coarse[i];
-                    if (c.minX > rect.maxX || rect.minX > c.maxX || c.minY > rect.maxY ||
-                        rect.minY > c.maxY)
-                        continue;
-                }
-                if (boxes[m_items[i]].intersects(rect)) out.push_back(m_items[i]);
+                const SceneRect& box = i < m_coarseItems ? m_coarse[i] : boxes[m_items[i]];
+                if (box.intersects(rect)) out.push_back(m_items[i]);
             }
         }
     }

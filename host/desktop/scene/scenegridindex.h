@@ -69,10 +69,8 @@ private:
     std::vector<std::uint32_t> m_items;       // ordered by cell
     // Boxes of the items in the coarse levels, in the order of m_items: a query walks all of
     // them often, and close together they are quicker to test than the owner's scattered ones.
-    struct CoarseBox {
-        float minX, minY, maxX, maxY;
-    };
-    std::vector<CoarseBox> m_coarse;
+    // Kept exact, so that the owner's are never looked at for these.
+    std::vector<SceneRect> m_coarse;
     std::uint32_t m_coarseItems = 0;  // items in the coarse levels, the first of m_items
     std::vector<std::uint32_t> m_added;
 };

@@ -144,6 +144,8 @@ void DrawingView::ensureCanvas() {
     if (m_renderer) {
         m_renderer->render(m_canvas, m_view);
         m_counts = m_renderer->lastCounts();
+        // The first picture shows everything without the index: it is built behind it.
+        m_scene->prepareIndex();
     } else {
         m_canvas.fill(m_background);
         m_counts = {};

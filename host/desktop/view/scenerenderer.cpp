@@ -1,12 +1,11 @@
 // Rendering a scene: the entities in view are sorted into dots and the rest, whose primitives
-// are mapped to the screen, cut to it and written into the image as one-pixel lines. A large
-// frame is shared among threads, each with its own part of the entities; their pixels land in the
-// one image through relaxed atomic stores, and their texts are painted after them.
+// are mapped to the screen, cut to it and gathered as one-pixel lines. A large frame is shared
+// among threads, each with its own run of the entities; the lines are then written band by band
+// in drawing order, and the texts painted after them.
 #include "host/desktop/view/scenerenderer.h"
 
 #include <QPainter>
 #include <algorithm>
-#include <atomic>
 #include <cmath>
 #include <thread>
 
@@ -57,6 +56,9 @@ bool meets(const SceneRect& box, const QRectF& r) {
            box.maxY >= r.top();
 }
 
+// Screen lengths are far from overflowing a square: no need for std::hypot's care (and time).
+double length(double x, double y) { return std::sqrt(x * x + y * y); }
+
 // Black on light backgrounds, white on dark ones.
 QColor contrasting(QColor background) {
     return background.lightnessF() > 0.5 ? QColor(Qt::black) : QColor(Qt::white);
@@ -72,11 +74,9 @@ int pixel(double coordinate) {
 }  // namespace
 
 SceneRenderer::SceneRenderer(const DrawingScene& scene)
-    : m_scene(scene), m_font(QStringLiteral("DejaVu Sans")), m_metrics(m_font) {
+    : m_scene(scene), m_font(QStringLiteral("DejaVu Sans")) {
     m_font.setPixelSize(100);
     m_font.setHintingPreference(QFont::PreferNoHinting);
-    m_metrics = QFontMetricsF(m_font);
-    m_capHeight = std::max(1.0, m_metrics.capHeight());
     setBackground(QColor(0x21, 0x28, 0x30));
 }
 
@@ -125,6 +125,11 @@ void SceneRenderer::drawShared(QImage& image, const ViewTransform& view, std::si
                                Draw draw) {
     const unsigned threads = threadsFor(count);
     std::vector<Frame> frames(threads, frameFor(image, view));
+    if (m_bands.size() < threads) m_bands.resize(threads);
+    for (unsigned t = 0; t < threads; ++t) {
+        m_bands[t].reset(image.height());
+        frames[t].bands = &m_bands[t];
+    }
     {
         std::vector<std::jthread> workers;
         for (unsigned t = 1; t < threads; ++t) {
@@ -133,6 +138,8 @@ void SceneRenderer::drawShared(QImage& image, const ViewTransform& view, std::si
         }
         draw(frames[0], 0, count / threads);
     }
+    writeBands(frames[0].bits, frames[0].stride, image.height(),
+               std::span(m_bands).first(threads), threads);
     std::vector<DeferredText> texts;
     for (const Frame& frame : frames) {
         m_counts.visited += frame.counts.visited;
@@ -194,8 +201,53 @@ void SceneRenderer::drawRange(Frame& frame, std::size_t begin, std::size_t end) 
 }
 
 void SceneRenderer::drawEntities(Frame& frame, std::span<const std::uint32_t> entities) {
-    for (const std::uint32_t index : entities) {
+    // What a zoomed-in view meets lies scattered over the scene, and each step from an entity to
+    // what it draws would wait for memory: every step is asked for some entities ahead.
+    constexpr std::size_t kRecordsAhead = 16;
+    constexpr std::size_t kPrimitivesAhead = 8;
+    constexpr std::size_t kDataAhead = 4;
+    constexpr std::size_t kPointsAhead = 2;
+    const std::size_t count = entities.size();
+    for (std::size_t k = 0; k < count; ++k) {
+        if (k + kRecordsAhead < count) {
+            const std::uint32_t index = entities[k + kRecordsAhead];
+            __builtin_prefetch(&m_scene.entity(index));
+            __builtin_prefetch(&m_scene.boundsOf(index));
+        }
+        if (k + kPrimitivesAhead < count) {
+            const std::uint32_t index = entities[k + kPrimitivesAhead];
+            __builtin_prefetch(&m_scene.shapeOf(index).primitives[m_scene.entity(index).firstPrimitive]);
+        }
+        if (k + kDataAhead < count) prefetchData(entities[k + kDataAhead], false);
+        if (k + kPointsAhead < count) prefetchData(entities[k + kPointsAhead], true);
+        const std::uint32_t index = entities[k];
         sortEntity(frame, m_scene.shapeOf(index), m_scene.entity(index), m_scene.boundsOf(index));
+    }
+}
+
+void SceneRenderer::prefetchData(std::uint32_t index, bool points) const {
+    const SceneShape& shape = m_scene.shapeOf(index);
+    const ScenePrimitive& primitive = shape.primitives[m_scene.entity(index).firstPrimitive];
+    switch (primitive.kind) {
+        case ScenePrimitiveKind::Path:
+            if (points) {
+                __builtin_prefetch(&shape.points[shape.paths[primitive.index].first]);
+            } else {
+                __builtin_prefetch(&shape.paths[primitive.index]);
+            }
+            break;
+        case ScenePrimitiveKind::Arc:
+            if (!points) __builtin_prefetch(&shape.arcs[primitive.index]);
+            break;
+        case ScenePrimitiveKind::Text:
+            if (!points) __builtin_prefetch(&shape.texts[primitive.index]);
+            break;
+        case ScenePrimitiveKind::Dot:
+            if (!points) __builtin_prefetch(&shape.points[primitive.index]);
+            break;
+        case ScenePrimitiveKind::Reference:
+            if (!points) __builtin_prefetch(&shape.references[primitive.index]);
+            break;
     }
 }
 
@@ -275,10 +327,17 @@ void SceneRenderer::drawShape(Frame& frame, const SceneShape& shape, std::uint32
 
 void SceneRenderer::addPoint(Frame& frame, double x, double y, QRgb color) {
     if (!(x >= 0 && y >= 0 && x < frame.width && y < frame.height)) return;
-    const int px = pixel(x);
-    const int py = pixel(y);
-    std::atomic_ref<QRgb>(frame.bits[py * frame.stride + px])
-        .store(frame.color.value_or(color), std::memory_order_relaxed);
+    const auto px = static_cast<std::int16_t>(pixel(x));
+    const auto py = static_cast<std::int16_t>(pixel(y));
+    addLine(frame, {px, py, px, py, frame.color.value_or(color)});
+}
+
+void SceneRenderer::addLine(Frame& frame, const RasterLine& line) {
+    if (frame.bands != nullptr) {
+        frame.bands->add(line);
+    } else {
+        plotLine(frame.bits, frame.stride, line, 0, frame.height);
+    }
 }
 
 void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
@@ -292,19 +351,23 @@ void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
     const QRectF pixels(0, 0, frame.width - 1e-9, frame.height - 1e-9);
     if (!(inside(a, pixels) && inside(b, pixels)) && !clipSegment(a, b, pixels)) return;
     const QRgb ink = frame.color.value_or(color);
-    // Bresenham from the pixel holding one end to the pixel holding the other.
-    // Rounding in the cut may leave an end a hair outside: the pixels stay in the image.
+    // From the pixel holding one end to the pixel holding the other. Rounding in the cut may
+    // leave an end a hair outside: the pixels stay in the image.
     int x = std::clamp(pixel(a.x()), 0, frame.width - 1);
     int y = std::clamp(pixel(a.y()), 0, frame.height - 1);
     const int x1 = std::clamp(pixel(b.x()), 0, frame.width - 1);
     const int y1 = std::clamp(pixel(b.y()), 0, frame.height - 1);
+    if (!frame.dashed) {
+        addLine(frame, {static_cast<std::int16_t>(x), static_cast<std::int16_t>(y),
+                        static_cast<std::int16_t>(x1), static_cast<std::int16_t>(y1), ink});
+        return;
+    }
+    // Dashes run on along a path from segment to segment: Bresenham's walk, a pixel at a time.
     const int dx = std::abs(x1 - x);
     const int dy = std::abs(y1 - y);
     const qsizetype stepX = x < x1 ? 1 : -1;
     const qsizetype stepY = y < y1 ? frame.stride : -frame.stride;
     QRgb* at = frame.bits + y * frame.stride + x;
-    auto plot = [&](QRgb* p) { std::atomic_ref<QRgb>(*p).store(ink, std::memory_order_relaxed); };
-    // Along the longer axis one pixel a step; the shorter one steps when the error says so.
     const bool xMajor = dx >= dy;
     const int steps = xMajor ? dx : dy;
     const qsizetype major = xMajor ? stepX : stepY;
@@ -312,21 +375,8 @@ void SceneRenderer::addSegment(Frame& frame, QPointF a, QPointF b, QRgb color) {
     const int along = xMajor ? dx : dy;
     const int across = xMajor ? dy : dx;
     int error = along / 2;
-    if (!frame.dashed) {
-        plot(at);
-        for (int i = 0; i < steps; ++i) {
-            at += major;
-            error -= across;
-            if (error < 0) {
-                error += along;
-                at += minor;
-            }
-            plot(at);
-        }
-        return;
-    }
     for (int i = 0;; ++i, ++frame.dashPhase) {
-        if (frame.dashPhase % kDashPeriod < kDashOn) plot(at);
+        if (frame.dashPhase % kDashPeriod < kDashOn) *at = ink;
         if (i == steps) break;
         at += major;
         error -= across;
@@ -363,8 +413,8 @@ void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransf
     const SceneArc screen{toScreen.map(arc.center), toScreen.mapVector(arc.u),
                           toScreen.mapVector(arc.v), arc.start, arc.end};
     // A box around the whole ellipse is enough to pass over what lies outside the view.
-    const double rx = std::hypot(screen.u.x, screen.v.x);
-    const double ry = std::hypot(screen.u.y, screen.v.y);
+    const double rx = length(screen.u.x, screen.v.x);
+    const double ry = length(screen.u.y, screen.v.y);
     const SceneRect box{screen.center.x - rx, screen.center.y - ry, screen.center.x + rx,
                         screen.center.y + ry};
     if (!meets(box, frame.clip)) return;
@@ -374,15 +424,16 @@ void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransf
     }
     // Chords within a quarter pixel of the curve: the angle step is sqrt(2 / radius).
     const double radius =
-        std::max(std::hypot(screen.u.x, screen.u.y), std::hypot(screen.v.x, screen.v.y));
+        std::max(length(screen.u.x, screen.u.y), length(screen.v.x, screen.v.y));
     const double sweep = arc.end - arc.start;
     const double wanted = std::ceil(sweep * std::sqrt(radius / 2));
     const int steps = !(wanted < 4096) ? 4096 : std::max(4, static_cast<int>(wanted));
     const double step = sweep / steps;
     const double cs = std::cos(step);
     const double sn = std::sin(step);
-    double c = std::cos(arc.start);
-    double s = std::sin(arc.start);
+    // Circles start at 0.
+    double c = arc.start == 0.0 ? 1.0 : std::cos(arc.start);
+    double s = arc.start == 0.0 ? 0.0 : std::sin(arc.start);
     auto point = [&] {
         return QPointF(screen.center.x + screen.u.x * c + screen.v.x * s,
                        screen.center.y + screen.u.y * c + screen.v.y * s);
@@ -401,6 +452,10 @@ void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransf
 void SceneRenderer::paintTexts(QImage& image, const std::vector<DeferredText>& texts,
                                std::optional<QRgb> color) {
     if (texts.empty()) return;
+    if (!m_metrics) {
+        m_metrics.emplace(m_font);
+        m_capHeight = std::max(1.0, m_metrics->capHeight());
+    }
     QPainter painter(&image);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setFont(m_font);

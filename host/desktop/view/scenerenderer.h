@@ -1,7 +1,7 @@
 // Paints a drawing scene into an image: the entities a view shows, each as much as its size on
-// the screen asks (smaller than a pixel: one dot). Lines are written straight into the image's
-// pixels, large frames by several threads at once; texts are laid out with QPainter in a
-// sans-serif font.
+// the screen asks (smaller than a pixel: one dot). Lines are written into the image's pixels by
+// the renderer itself, gathered by several threads at once for large frames and written band by
+// band; texts are laid out with QPainter in a sans-serif font.
 #pragma once
 
 #include <QColor>
@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "host/desktop/scene/drawingscene.h"
+#include "host/desktop/view/rasterbands.h"
 #include "host/desktop/view/viewtransform.h"
 
 class QPainter;
@@ -51,6 +52,11 @@ public:
                         std::optional<QColor> color = std::nullopt);
 
     const Counts& lastCounts() const { return m_counts; }
+    // The lines of the last frame (render's, not renderEntities'), a list a share, for
+    // benchmarks that write them otherwise.
+    std::span<const RasterBands> lastLines() const {
+        return std::span(m_bands).first(std::min<std::size_t>(m_bands.size(), m_counts.threads));
+    }
 
 private:
     // What a block reference passes down to the block it shows.
@@ -73,6 +79,7 @@ private:
         int height = 0;
         QRectF clip;  // the image grown by a margin: segments are first cut to it
         SceneTransform toScreen;
+        RasterBands* bands = nullptr;  // where lines wait for the bands; none: written at once
         std::optional<QRgb> color;  // everything in this colour
         bool dashed = false;
         int dashPhase = 0;
@@ -84,6 +91,8 @@ private:
     // Entities by place in drawing order: dots straight into the image, the rest drawn.
     void drawEntities(Frame& frame, std::span<const std::uint32_t> entities);
     void drawRange(Frame& frame, std::size_t begin, std::size_t end);
+    // Asks memory for what an entity's first primitive draws (its points, with `points`).
+    void prefetchData(std::uint32_t index, bool points) const;
     void sortEntity(Frame& frame, const SceneShape& shape, const SceneEntity& entity,
                     const SceneRect& box);
     void drawShape(Frame& frame, const SceneShape& shape, std::uint32_t first, std::uint32_t count,
@@ -95,6 +104,7 @@ private:
     void paintText(QPainter& painter, const DeferredText& deferred, std::optional<QRgb> color);
     void addSegment(Frame& frame, QPointF a, QPointF b, QRgb color);
     void addPoint(Frame& frame, double x, double y, QRgb color);
+    void addLine(Frame& frame, const RasterLine& line);
     SceneRgb resolved(const ScenePrimitive& primitive, const Inherited& inherited) const;
     QRgb shown(SceneRgb rgb) const;
     unsigned threadsFor(std::size_t entities) const;
@@ -108,9 +118,12 @@ private:
     QColor m_background;
     QColor m_foreground;
     QFont m_font;
-    QFontMetricsF m_metrics;
+    // Measured when the first text is painted: the font database is slow to open, and a picture
+    // of a whole drawing seldom shows a text large enough to read.
+    std::optional<QFontMetricsF> m_metrics;
     double m_capHeight = 1.0;  // of m_font, in pixels
     unsigned m_threads = 0;
     Counts m_counts;
     std::vector<std::uint32_t> m_found;
+    std::vector<RasterBands> m_bands;  // a share's each, kept from frame to frame
 };

@@ -67,12 +67,12 @@ void SceneRenderer::paintText(QPainter& painter, const DeferredText& deferred,
     const QString content = QString::fromStdWString(m_scene.textOf(text));
     if (content.trimmed().isEmpty()) return;
     const double k = 1.0 / m_capHeight;  // glyph units a font pixel
-    auto advance = [&](const QString& line) { return m_metrics.horizontalAdvance(line) * k; };
+    auto advance = [&](const QString& line) { return m_metrics->horizontalAdvance(line) * k; };
     QString flat = content;
     flat.replace(QLatin1Char('\t'), QLatin1Char(' '));
     const QStringList lines = wrapped(flat.split(QLatin1Char('\n')), text.wrapWidth, advance);
     const auto count = static_cast<double>(lines.size());
-    const double descent = m_metrics.descent() * k;
+    const double descent = m_metrics->descent() * k;
     const bool paragraphs = text.content == SceneTextContent::MText;
     const double height = 1.0 + (count - 1) * text.lineSpacing;
     double baseline = 0.0;  // of the first line, from the anchor

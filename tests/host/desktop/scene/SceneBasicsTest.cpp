@@ -166,7 +166,10 @@ TEST(SceneNumbers, PlainDecimalsReadWithinAnUlp) {
     std::uniform_real_distribution<double> values(-1e6, 1e6);
     std::vector<std::string> numbers{"0.0", "-0.5",    "12",
                                      "5.",  ".25",     "  7.5\t",
-                                     "1e3", "-1.5E-2", "123456789012345678901234.5"};
+                                     "1e3", "-1.5E-2", "123456789012345678901234.5",
+                                     "-0.0", "100", "-7", "-.5", "12345678901234567.5",
+                                     "1234567890123456789", "0.1234567890123456",
+                                     "99999999.99999999", "-12345.678901234567"};
     for (int i = 0; i < 150; ++i) {
         char buffer[40];
         const auto end = std::to_chars(buffer, buffer + sizeof buffer, values(random)).ptr;
@@ -181,6 +184,7 @@ TEST(SceneNumbers, PlainDecimalsReadWithinAnUlp) {
         const double exact = tags.value().real(tag).value_or(-1);
         const double fast = sceneReal(tags.value(), tag, -1);
         EXPECT_LE(std::abs(fast - exact), std::abs(exact) * 4e-16) << numbers[tag];
+        EXPECT_EQ(std::signbit(fast), std::signbit(exact)) << numbers[tag];
     }
 }
 
