@@ -2,7 +2,7 @@
 #include "host/console/consoleeditor.h"
 
 #include "host/api/acdbdatabase.h"
-#include "host/console/insertcommand.h"
+#include "host/api/insertcommand.h"
 #include "text/TextFile.h"
 
 namespace {

@@ -13,6 +13,7 @@
 #include "host/api/acapdocmanager.h"
 #include "host/api/acrxregistry.h"
 #include "host/desktop/modules/moduleexports.h"
+#include "text/TextFile.h"
 
 namespace {
 
@@ -32,30 +33,6 @@ AcEdCommandStack* commandStack() {
 std::string lower(std::string text) {
     for (char& c : text) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     return text;
-}
-
-// Group names in warnings; they are ASCII in practice, anything else is shown as UTF-8.
-std::string utf8(const std::wstring& text) {
-    std::string out;
-    for (const wchar_t wide : text) {
-        const auto c = static_cast<std::uint32_t>(wide);
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
 }
 
 // The loader's message without the file name it starts with; the caller names the file itself.
@@ -217,7 +194,7 @@ void ModuleLoader::removeLeftovers(const ModuleSpec& spec) {
         }
         for (const std::wstring& group : groups) {
             stack->removeGroup(group.c_str());
-            warn(spec.name() + ": left the commands of group \"" + utf8(group) +
+            warn(spec.name() + ": left the commands of group \"" + EncodeUtf8(group) +
                  "\" behind; they are removed");
         }
     }

@@ -124,3 +124,31 @@ struct SceneTransform {
         return m11 == 1 && m12 == 0 && m21 == 0 && m22 == 1 && dx == 0 && dy == 0;
     }
 };
+
+// The part of the segment from a to b inside the rectangle, as parameters along it (0 at a, 1 at
+// b); nothing when the segment misses it. Liang-Barsky.
+struct SegmentSpan {
+    double t0 = 0.0;
+    double t1 = 1.0;
+};
+inline std::optional<SegmentSpan> clipSegment(ScenePoint a, ScenePoint b, const SceneRect& r) {
+    SegmentSpan span;
+    const double dx = b.x - a.x;
+    const double dy = b.y - a.y;
+    const double p[4] = {-dx, dx, -dy, dy};
+    const double q[4] = {a.x - r.minX, r.maxX - a.x, a.y - r.minY, r.maxY - a.y};
+    for (int i = 0; i < 4; ++i) {
+        if (p[i] == 0) {
+            if (q[i] < 0) return std::nullopt;
+            continue;
+        }
+        const double t = q[i] / p[i];
+        if (p[i] < 0) {
+            span.t0 = std::max(span.t0, t);
+        } else {
+            span.t1 = std::min(span.t1, t);
+        }
+        if (span.t0 > span.t1) return std::nullopt;
+    }
+    return span;
+}

@@ -110,28 +110,8 @@ bool insideQuad(const ScenePoint (&q)[4], ScenePoint p) {
     return !(positive && negative);
 }
 
-// Liang-Barsky: whether the segment has a point inside the rectangle.
 bool segmentMeets(ScenePoint a, ScenePoint b, const SceneRect& r) {
-    double t0 = 0.0;
-    double t1 = 1.0;
-    const double dx = b.x - a.x;
-    const double dy = b.y - a.y;
-    const double p[4] = {-dx, dx, -dy, dy};
-    const double q[4] = {a.x - r.minX, r.maxX - a.x, a.y - r.minY, r.maxY - a.y};
-    for (int i = 0; i < 4; ++i) {
-        if (p[i] == 0) {
-            if (q[i] < 0) return false;
-            continue;
-        }
-        const double t = q[i] / p[i];
-        if (p[i] < 0) {
-            t0 = std::max(t0, t);
-        } else {
-            t1 = std::min(t1, t);
-        }
-        if (t0 > t1) return false;
-    }
-    return true;
+    return clipSegment(a, b, r).has_value();
 }
 
 }  // namespace

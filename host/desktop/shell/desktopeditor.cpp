@@ -4,7 +4,6 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <algorithm>
-#include <cwctype>
 #include <utility>
 
 #include "host/desktop/session/drawingsession.h"
@@ -12,6 +11,7 @@
 #include "host/desktop/session/referenceselection.h"
 #include "host/desktop/shell/commandline.h"
 #include "host/desktop/shell/drawingsurface.h"
+#include "text/CaseRules.h"
 
 namespace {
 
@@ -30,11 +30,6 @@ constexpr std::pair<const wchar_t*, short> kSessionVariables[] = {
     {L"CMDECHO", 1},
     {L"FILEDIA", 1},
 };
-
-std::wstring upper(std::wstring text) {
-    for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
-    return text;
-}
 
 std::optional<short> shortOf(const resbuf& value) {
     if (value.restype == RTSHORT) return value.resval.rint;
@@ -454,7 +449,7 @@ int DesktopEditor::grDraw(const ads_point& from, const ads_point& to, int color,
 }
 
 int DesktopEditor::getVar(const std::wstring& name, resbuf& value) {
-    if (const auto it = m_variables.find(upper(name)); it != m_variables.end()) {
+    if (const auto it = m_variables.find(MakeUpper(name)); it != m_variables.end()) {
         value = resbuf::shortValue(it->second);
         return RTNORM;
     }
@@ -462,7 +457,7 @@ int DesktopEditor::getVar(const std::wstring& name, resbuf& value) {
 }
 
 int DesktopEditor::setVar(const std::wstring& name, const resbuf& value) {
-    if (const auto it = m_variables.find(upper(name)); it != m_variables.end()) {
+    if (const auto it = m_variables.find(MakeUpper(name)); it != m_variables.end()) {
         const auto number = shortOf(value);
         if (!number) return RTERROR;
         it->second = *number;

@@ -9,6 +9,8 @@
 #include <cmath>
 #include <thread>
 
+#include "host/desktop/scene/scenegeometry.h"
+
 namespace {
 
 constexpr int kMaxDepth = 32;        // nesting of block references followed
@@ -19,30 +21,15 @@ constexpr std::size_t kEntitiesPerThread = 8000;  // smaller frames are drawn on
 constexpr int kDashOn = 6;                        // pixels of a dash, then of a gap
 constexpr int kDashPeriod = 10;
 
-// Liang-Barsky: cuts the segment to the rectangle; false when nothing is left.
+// Cuts the segment to the rectangle; false when nothing is left.
 bool clipSegment(QPointF& a, QPointF& b, const QRectF& r) {
-    double t0 = 0.0;
-    double t1 = 1.0;
-    const double dx = b.x() - a.x();
-    const double dy = b.y() - a.y();
-    const double p[4] = {-dx, dx, -dy, dy};
-    const double q[4] = {a.x() - r.left(), r.right() - a.x(), a.y() - r.top(), r.bottom() - a.y()};
-    for (int i = 0; i < 4; ++i) {
-        if (p[i] == 0) {
-            if (q[i] < 0) return false;
-            continue;
-        }
-        const double t = q[i] / p[i];
-        if (p[i] < 0) {
-            t0 = std::max(t0, t);
-        } else {
-            t1 = std::min(t1, t);
-        }
-        if (t0 > t1) return false;
-    }
+    const auto span = clipSegment({a.x(), a.y()}, {b.x(), b.y()},
+                                  SceneRect{r.left(), r.top(), r.right(), r.bottom()});
+    if (!span) return false;
     const QPointF start = a;
-    if (t1 < 1.0) b = QPointF(start.x() + t1 * dx, start.y() + t1 * dy);
-    if (t0 > 0.0) a = QPointF(start.x() + t0 * dx, start.y() + t0 * dy);
+    const QPointF step = b - a;
+    if (span->t1 < 1.0) b = start + span->t1 * step;
+    if (span->t0 > 0.0) a = start + span->t0 * step;
     return true;
 }
 
@@ -138,8 +125,8 @@ void SceneRenderer::drawShared(QImage& image, const ViewTransform& view, std::si
         }
         draw(frames[0], 0, count / threads);
     }
-    writeBands(frames[0].bits, frames[0].stride, image.height(),
-               std::span(m_bands).first(threads), threads);
+    writeBands(frames[0].bits, frames[0].stride, image.height(), std::span(m_bands).first(threads),
+               threads);
     std::vector<DeferredText> texts;
     for (const Frame& frame : frames) {
         m_counts.visited += frame.counts.visited;
@@ -216,7 +203,8 @@ void SceneRenderer::drawEntities(Frame& frame, std::span<const std::uint32_t> en
         }
         if (k + kPrimitivesAhead < count) {
             const std::uint32_t index = entities[k + kPrimitivesAhead];
-            __builtin_prefetch(&m_scene.shapeOf(index).primitives[m_scene.entity(index).firstPrimitive]);
+            __builtin_prefetch(
+                &m_scene.shapeOf(index).primitives[m_scene.entity(index).firstPrimitive]);
         }
         if (k + kDataAhead < count) prefetchData(entities[k + kDataAhead], false);
         if (k + kPointsAhead < count) prefetchData(entities[k + kPointsAhead], true);
@@ -423,8 +411,7 @@ void SceneRenderer::drawArc(Frame& frame, const SceneArc& arc, const SceneTransf
         return;
     }
     // Chords within a quarter pixel of the curve: the angle step is sqrt(2 / radius).
-    const double radius =
-        std::max(length(screen.u.x, screen.u.y), length(screen.v.x, screen.v.y));
+    const double radius = std::max(length(screen.u.x, screen.u.y), length(screen.v.x, screen.v.y));
     const double sweep = arc.end - arc.start;
     const double wanted = std::ceil(sweep * std::sqrt(radius / 2));
     const int steps = !(wanted < 4096) ? 4096 : std::max(4, static_cast<int>(wanted));

@@ -3,12 +3,11 @@
 
 #include <charconv>
 #include <cmath>
-#include <numbers>
 #include <sstream>
 
+#include "host/api/insertcommand.h"
 #include "host/dxf/dxfdocument.h"
 #include "text/CaseRules.h"
-#include "text/Numbers.h"
 #include "text/TextFile.h"
 
 namespace {
@@ -18,10 +17,6 @@ constexpr int kKeyInput = 2;
 constexpr int kPickedPoint = 3;
 constexpr int kCursorSample = 5;
 constexpr short kReturnKey = 13;
-
-bool isString(const resbuf& value) { return value.restype == RTSTR; }
-bool isReal(const resbuf& value) { return value.restype == RTREAL; }
-bool isPoint(const resbuf& value) { return value.restype == RT3DPOINT || value.restype == RTPOINT; }
 
 std::string trimmed(const std::string& text) {
     const std::size_t first = text.find_first_not_of(" \t\r");
@@ -152,25 +147,9 @@ int CalcEditor::grRead(int, int& type, resbuf& result) {
 int CalcEditor::grDraw(const ads_point&, const ads_point&, int, int) { return RTNORM; }
 
 int CalcEditor::command(const std::vector<resbuf>& arguments) {
-    if (arguments.size() != 6 || !isString(arguments[0]) || !isString(arguments[1]) ||
-        !isPoint(arguments[2]) || !isReal(arguments[3]) || !isReal(arguments[4]) ||
-        !isString(arguments[5]))
-        return RTREJ;
-    std::wstring name = MakeUpper(arguments[0].resval.rstring);
-    while (!name.empty() && (name.front() == L'.' || name.front() == L'_')) name.erase(0, 1);
-    if (name != L"INSERT") return RTREJ;
-
-    AcDbBlockReference reference;
-    if (m_document.getBlockTableRecordId(arguments[1].resval.rstring, reference.blockTableRecord) !=
-        Acad::eOk)
-        return RTREJ;
-    reference.position = arguments[2].resval.rpoint;
-    reference.scaleFactors = {arguments[3].resval.rreal, arguments[4].resval.rreal, 1.0};
-    reference.rotation = WToF(arguments[5].resval.rstring) * std::numbers::pi / 180.0;
-    AcDbObjectId id;
-    if (m_document.insertBlockReference(reference, id) != Acad::eOk) return RTREJ;
-    m_inserted = true;
-    return RTNORM;
+    const int status = runInsertCommand(m_document, arguments);
+    if (status == RTNORM) m_inserted = true;
+    return status;
 }
 
 void CalcEditor::print(const std::wstring& text) {

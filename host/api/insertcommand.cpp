@@ -1,5 +1,5 @@
 // Carrying out ".INSERT" on the working drawing.
-#include "host/console/insertcommand.h"
+#include "host/api/insertcommand.h"
 
 #include <cmath>
 #include <numbers>
@@ -21,7 +21,8 @@ int runInsertCommand(AcDbDatabase& database, const std::vector<resbuf>& argument
         !isString(arguments[5]))
         return RTREJ;
     std::wstring command = MakeUpper(arguments[0].resval.rstring);
-    while (!command.empty() && (command.front() == L'.' || command.front() == L'_')) command.erase(0, 1);
+    while (!command.empty() && (command.front() == L'.' || command.front() == L'_'))
+        command.erase(0, 1);
     if (command != L"INSERT") return RTREJ;
 
     AcDbBlockReference reference;
