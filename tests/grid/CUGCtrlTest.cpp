@@ -76,27 +76,19 @@ TEST(CUGCtrl, ShrinkingMovesTheCurrentRowAndTheFirstRowBecomesCurrent) {
 }
 
 TEST(CUGCtrl, MoveCurrentRowCodes) {
+    struct Step {
+        int code, result;
+        long row;
+    };
+    // 280 pixels of cells show 14 rows; a page down (3) goes a page past the last of them.
+    const Step steps[] = {{6, 0, 0}, {1, 0, 1}, {0, 0, 0}, {0, 0, 0}, {3, 0, 27},
+                          {2, 0, 0}, {5, 0, 99}, {1, 1, 99}, {4, 0, 0}};
     RecordingGrid grid(3, 100);
-    EXPECT_EQ(grid.GetCurrentRow(), 0);
-    EXPECT_EQ(grid.MoveCurrentRow(6), 0);
-    EXPECT_EQ(grid.GetCurrentRow(), 0);
-    EXPECT_EQ(grid.MoveCurrentRow(1), 0);
-    EXPECT_EQ(grid.GetCurrentRow(), 1);
-    EXPECT_EQ(grid.MoveCurrentRow(0), 0);
-    EXPECT_EQ(grid.MoveCurrentRow(0), 0);  // row 0 already
-    EXPECT_EQ(grid.GetCurrentRow(), 0);
-    // 280 pixels of cells show 14 rows; a page down goes a page past the last of them.
-    EXPECT_EQ(grid.MoveCurrentRow(3), 0);
-    EXPECT_EQ(grid.GetCurrentRow(), 27);
-    EXPECT_EQ(grid.GetTopRow(), 14);
-    EXPECT_EQ(grid.MoveCurrentRow(2), 0);
-    EXPECT_EQ(grid.GetCurrentRow(), 0);
-    EXPECT_EQ(grid.MoveCurrentRow(5), 0);
-    EXPECT_EQ(grid.GetCurrentRow(), 99);
-    EXPECT_EQ(grid.MoveCurrentRow(1), 1);  // no row below the last
-    EXPECT_EQ(grid.MoveCurrentRow(4), 0);
-    EXPECT_EQ(grid.GetCurrentRow(), 0);
-
+    for (const Step& step : steps) {
+        SCOPED_TRACE(step.code);
+        EXPECT_EQ(grid.MoveCurrentRow(step.code), step.result);
+        EXPECT_EQ(grid.GetCurrentRow(), step.row);
+    }
     RecordingGrid ten(3, 10);
     EXPECT_EQ(ten.MoveCurrentRow(5), 0);
     EXPECT_EQ(ten.GetCurrentRow(), 9);
@@ -213,38 +205,28 @@ TEST(CUGCtrl, KeysMoveTheCurrentCell) {
     EXPECT_EQ(grid.GetCurrentRow(), 9);
 }
 
-TEST(CUGCtrl, DraggingAHeadingDividerSizesTheColumn) {
+void Drag(QWidget* heading, int from, int to) {
+    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(from, 10));
+    QTest::mouseMove(heading, QPoint(to, 10));
+    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(to, 10));
+}
+
+TEST(CUGCtrl, DraggingAHeadingDividerSizesTheColumnAsTheOwnerAllows) {
     RecordingGrid grid(3, 10);
-    QWidget* heading = grid.GetTopHdgWindow();
-    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(99, 10));  // right edge of column 0
-    QTest::mouseMove(heading, QPoint(140, 10));
-    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(140, 10));
+    Drag(grid.GetTopHdgWindow(), 99, 140);  // the right edge of column 0
     EXPECT_EQ(grid.GetColWidth(0), 141);
     EXPECT_TRUE(grid.Logged("ColSizing 0"));
     EXPECT_TRUE(grid.Logged("ColSized 0 141"));
     EXPECT_FALSE(grid.Logged("TopHdgLeftClick 0 -1 1"));
 
     grid.fixedWidth = 80;  // the handler may hold the width
-    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(240, 10));
-    QTest::mouseMove(heading, QPoint(300, 10));
-    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(300, 10));
+    Drag(grid.GetTopHdgWindow(), 240, 300);
     EXPECT_EQ(grid.GetColWidth(1), 80);
-}
 
-class NoSizing final : public RecordingGrid {
-public:
-    NoSizing() : RecordingGrid(3, 10) {}
-    int OnCanSizeCol(int) override { return 0; }
-};
-
-TEST(CUGCtrl, OnCanSizeColKeepsTheDividerFixed) {
-    NoSizing grid;
-    QWidget* heading = grid.GetTopHdgWindow();
-    QTest::mousePress(heading, Qt::LeftButton, {}, QPoint(99, 10));
-    QTest::mouseMove(heading, QPoint(140, 10));
-    QTest::mouseRelease(heading, Qt::LeftButton, {}, QPoint(140, 10));
-    EXPECT_EQ(grid.GetColWidth(0), 100);
-    EXPECT_TRUE(grid.Logged("TopHdgLeftClick 0 -1 1"));  // an ordinary click instead
+    grid.allowSizing = 0;  // or keep the divider fixed: the press is an ordinary click then
+    Drag(grid.GetTopHdgWindow(), 320, 360);  // the right edge of column 2
+    EXPECT_EQ(grid.GetColWidth(2), 100);
+    EXPECT_TRUE(grid.Logged("TopHdgLeftClick 2 -1 1"));
 }
 
 TEST(CUGCtrl, SortByGoesThroughOnSortCompareWithMissingCells) {
