@@ -72,12 +72,9 @@ TEST_F(PriceTableTest, SerialNamesFollowTheHighestQtbNumber) {
     m_database.addBlock(L"XQTB999");
     EXPECT_EQ(NextName(), L"QTB0013");
     EXPECT_TRUE(m_editor.calls().empty());
-}
-
-TEST_F(PriceTableTest, NoSerialNumberPast9999) {
     m_database.addBlock(L"QTB9998");
     EXPECT_EQ(NextName(), L"QTB9999");
-    m_database.addBlock(L"QTB9999");
+    m_database.addBlock(L"QTB9999");  // and none past it
     EXPECT_EQ(NextName(), L"refused");
     EXPECT_EQ(m_editor.calls(),
               (std::vector<RecordedCall>{{L"acedAlert", {L"Too large number for name of table price"}}}));
@@ -191,17 +188,12 @@ TEST_F(PriceTableTest, HebrewDescriptionsAreRightJustified) {
                                                       AcDb::kTextLeft, AcDb::kTextLeft}));
 }
 
-TEST_F(PriceTableTest, AnExistingBlockIsDrawnInto) {
+TEST_F(PriceTableTest, AnExistingBlockIsDrawnIntoAndWithoutItsStyleTheTableUsesStandard) {
     m_database.addBlock(L"QTB0001");
     PriceTableExtent extent;
     ASSERT_EQ(DrawPriceTable({}, true, L"qtb0001", L"QTBTABLE", 1.0, extent), 1);
     EXPECT_EQ(m_database.recordNamed(L"QTB0001")->entities.size(), 13u);
     EXPECT_EQ(m_database.blockNames().size(), 3u);
-}
-
-TEST_F(PriceTableTest, WithoutItsStyleTheTableUsesStandard) {
-    PriceTableExtent extent;
-    ASSERT_EQ(DrawPriceTable({}, true, L"QTB0001", L"QTBTABLE", 1.0, extent), 1);
     const auto& first = m_database.recordNamed(L"QTB0001")->entities.at(1);
     EXPECT_EQ(std::get<AcDbAttributeDefinition>(first).textStyle, m_database.textStyleIdAt(0));
 }

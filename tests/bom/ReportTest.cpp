@@ -38,15 +38,6 @@ TEST(ReportFile, IsWrittenWithLineFeedsAndReplacesAnOldOne) {
     EXPECT_TRUE(editor.calls().empty());
 }
 
-TEST(ReportFile, AFileThatCannotBeCreatedIsReported) {
-    TempFolder folder;
-    ScriptedEditor editor;
-    const std::wstring path = folder.wpath("missing/bom.txt");
-    EXPECT_EQ(WriteReport(kRows, true, path, TextFormat{}), 0);
-    EXPECT_EQ(editor.calls(),
-              (std::vector<RecordedCall>{{L"acedAlert", {L"File " + path + L" could  not be opened"}}}));
-}
-
 TEST(ReportName, JoinsThePriceListAndTheDrawingName) {
     EXPECT_EQ(ProposeReportName(L"C:\\lists\\doors.prc", L"plan.dwg"), L"C:\\lists\\doors-plan.txt");
     EXPECT_EQ(ProposeReportName(L"/lists/doors.prc", L"plan.dxf"), L"/lists/doors-plan.txt");
