@@ -77,18 +77,6 @@ TEST(CUGCell, NumbersAreTextReadInTheCLocale) {
     EXPECT_EQ(cell.GetNumber(), 31.0);
 }
 
-TEST(CUGCell, TimesRoundTripThroughTheirText) {
-    CUGCell cell;
-    cell.SetTime(2024, 3, 5, 14, 7, 9);
-    EXPECT_STREQ(cell.GetText(), L"2024-03-05 14:07:09");
-    short y, mo, d, h, mi, s;
-    ASSERT_EQ(cell.GetTime(&y, &mo, &d, &h, &mi, &s), 0);
-    EXPECT_EQ(y * 10000 + mo * 100 + d, 20240305);
-    EXPECT_EQ(h * 10000 + mi * 100 + s, 140709);
-    cell.SetText(L"soon");
-    EXPECT_EQ(cell.GetTime(&y, &mo, &d, &h, &mi, &s), 1);
-}
-
 TEST(CUGCell, ClearPropertySubtractsTheBitsWhenAnyIsSet) {
     CUGCell cell;
     cell.SetText(L"x");

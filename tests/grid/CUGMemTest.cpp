@@ -1,8 +1,6 @@
 // The in-memory data source: sparse storage, row and column splicing, find, and the stable sort.
 #include <gtest/gtest.h>
 
-#include <numeric>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -107,55 +105,6 @@ TEST(CUGMem, FindWalksItsWayAndWraps) {
     EXPECT_EQ(mem.FindFirst(L"delta", &col, &row, UG_FIND_ALLCOLUMNS), 1);
     CUGMem empty;
     EXPECT_EQ(empty.FindFirst(L"x", &col, &row, 0), 1);
-}
-
-// The sort as described: adjacent rows swap while a pass finds a pair out of order.
-std::vector<int> BubbleOrder(const std::vector<std::vector<const CUGCell*>>& rows,
-                             const std::vector<int>& cols, int flags) {
-    std::vector<int> order(rows.size());
-    std::iota(order.begin(), order.end(), 0);
-    for (bool swapped = true; swapped;) {
-        swapped = false;
-        for (std::size_t i = 0; i + 1 < order.size(); ++i) {
-            for (const int col : cols) {
-                const int r = UGDefaultSortCompare(rows.at(order[i]).at(col), rows.at(order[i + 1]).at(col), flags);
-                if (r == 0) continue;
-                if (r > 0) std::swap(order[i], order[i + 1]);
-                swapped = swapped || r > 0;
-                break;
-            }
-        }
-    }
-    return order;
-}
-
-TEST(CUGMem, SortGivesTheExchangeSortsOrderWithMissingCellsAndTies) {
-    std::mt19937 random(20240305);
-    for (int round = 0; round < 40; ++round) {
-        const int rowCount = 2 + static_cast<int>(random() % 60);
-        CUGMem mem;
-        std::vector<CUGCell> cells(static_cast<std::size_t>(rowCount * 3));
-        std::vector<std::vector<const CUGCell*>> rows(static_cast<std::size_t>(rowCount));
-        for (int row = 0; row < rowCount; ++row) {
-            for (int col = 0; col < 3; ++col) {
-                CUGCell& cell = cells.at(row * 3 + col);
-                const unsigned kind = random() % 6;  // 0: the cell is never written
-                if (col == 1)
-                    cell.SetNumber(static_cast<double>(random() % 5));
-                else
-                    cell.SetText(kind == 1 ? std::wstring() : std::wstring(1, static_cast<wchar_t>(L'a' + random() % 4)));
-                if (kind > 0) mem.SetCell(col, row, &cell);
-                rows.at(row).push_back(kind > 0 ? &cell : nullptr);
-            }
-            Put(mem, 3, row, std::to_wstring(row).c_str());  // where each row came from
-        }
-        const std::vector<int> cols = round % 2 ? std::vector<int>{0, 1} : std::vector<int>{1, 2, 0};
-        const int flags = round % 4 < 2 ? 1 : UG_SORT_DESCENDING;
-        const std::vector<int> expected = BubbleOrder(rows, cols, flags);
-        ASSERT_EQ(mem.SortBy(cols.data(), static_cast<int>(cols.size()), flags), 0);
-        for (int row = 0; row < rowCount; ++row)
-            ASSERT_EQ(Text(mem, 3, row), std::to_wstring(expected.at(row))) << "round " << round << " row " << row;
-    }
 }
 
 // Compares by the length of the text and records whether it was ever handed a missing cell.
