@@ -183,35 +183,29 @@ protected:
     std::wstring m_path;
 };
 
-TEST_F(SavePromptTest, CancelOnCloseKeepsTheDialogOpenAndWritesNothing) {
-    OpenAndChange();
-    m_editor.answerMessageBox(IDCANCEL);
-    Click(IDC_PRICE_CLOSE);
-    EXPECT_EQ(MessageBoxes(), Prompts(1));
-    EXPECT_TRUE(Dialog().isVisible());
-    EXPECT_EQ(m_folder.read("three.prc"), kThreeRows);
-    EXPECT_FALSE(SettingsWritten());
-}
-
-TEST_F(SavePromptTest, NoOnCloseClosesWithoutSavingButWritesTheSettings) {
-    OpenAndChange();
-    m_editor.answerMessageBox(IDNO);
-    Click(IDC_PRICE_CLOSE);
-    EXPECT_EQ(MessageBoxes(), Prompts(1));
-    EXPECT_FALSE(Dialog().isVisible());
-    EXPECT_EQ(Dialog().result(), QDialog::Rejected);
-    EXPECT_EQ(m_folder.read("three.prc"), kThreeRows);
-    EXPECT_TRUE(SettingsWritten());
-}
-
-TEST_F(SavePromptTest, YesOnCloseSavesTheListThenCloses) {
-    OpenAndChange();
-    m_editor.answerMessageBox(IDYES);
-    Click(IDC_PRICE_CLOSE);
-    EXPECT_FALSE(Dialog().isVisible());
-    EXPECT_EQ(m_folder.read("three.prc"), kDoorAtFive);
-    EXPECT_EQ(m_folder.read("filename.set"), m_folder.path("three.prc"));
-    EXPECT_TRUE(SettingsWritten());
+// Cancel stays and writes nothing; No closes without saving the list; Yes saves, then closes.
+TEST_F(SavePromptTest, CloseAsksAndEachAnswerDoesItsOwnThing) {
+    struct Case {
+        int answer;
+        bool stays;
+        const char* list;
+    };
+    for (const Case& c : {Case{IDCANCEL, true, kThreeRows}, Case{IDNO, false, kThreeRows},
+                          Case{IDYES, false, kDoorAtFive}}) {
+        SCOPED_TRACE(c.answer);
+        ::remove(m_folder.path("tarnwick1.set").c_str());
+        ::remove(m_folder.path("filename.set").c_str());
+        OpenAndChange();
+        m_editor.answerMessageBox(c.answer);
+        Click(IDC_PRICE_CLOSE);
+        EXPECT_EQ(MessageBoxes(), Prompts(1));
+        EXPECT_EQ(Dialog().isVisible(), c.stays);
+        EXPECT_EQ(m_folder.read("three.prc"), c.list);
+        EXPECT_EQ(SettingsWritten(), !c.stays);  // the settings are written on the way out
+        if (!c.stays) {
+            EXPECT_EQ(m_folder.read("filename.set"), m_folder.path("three.prc"));
+        }
+    }
 }
 
 TEST_F(SavePromptTest, YesOnCloseWithAMissingNameStaysOpenAndSaysWhy) {

@@ -163,30 +163,7 @@ TEST_F(MyCugTest, PricesSortAsNumbersWithEmptyOnesLast) {
     EXPECT_EQ(Column(1), (std::vector<std::wstring>{L"100", L"10", L"9", L"abc", L""}));
 }
 
-TEST_F(MyCugTest, NamesSortIgnoringCaseWithEmptyOnesLast) {
-    Open(kUnsorted);
-    Edit(0, 0, "");
-    ClickHeading(1);  // away from the name column first, so the next click sorts it ascending
-    ClickHeading(0);
-    EXPECT_EQ(Column(0), (std::vector<std::wstring>{L"A", L"B2", L"c", L"d", L""}));
-    EXPECT_TRUE(Grid().IsSortAscending());
-    ClickHeading(0);
-    EXPECT_EQ(Column(0), (std::vector<std::wstring>{L"d", L"c", L"B2", L"A", L""}));
-}
-
 // --- Keys ------------------------------------------------------------------------------------------
-
-TEST_F(MyCugTest, TypingInTheNameColumnStartsAnEditWithThatCharacter) {
-    Open("Door|450|\nWindow|620|\n");
-    ClickCell(2, 1);
-    Key(Qt::Key_Escape);  // the description's edit ends; the grid has the focus
-    Key(Qt::Key_Left);
-    Key(Qt::Key_Left);
-    ASSERT_EQ(Grid().GetCurrentCol(), 0);
-    Type("Sofa");
-    Key(Qt::Key_Return);
-    EXPECT_EQ(Text(0, 1), L"Sofa");
-}
 
 TEST_F(MyCugTest, EnterOnANameOpensItsListInsteadOfAnEmptyEditor) {
     m_drawing.addBlock(L"PLANT");
