@@ -80,7 +80,8 @@ TEST_F(CalcPriceDialogTest, AttachNewCancelledOrWithAnUnreadableListKeepsTheBill
     m_editor.answerFile(RTNORM, missing);
     ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_ATTACH));
     EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
-              (std::vector<RecordedCall>{{L"acedAlert", {L"File " + missing + L" could  not be opened"}}}));
+              (std::vector<RecordedCall>{
+                  {L"acedAlert", {L"File " + missing + L" could  not be opened"}}}));
     EXPECT_TRUE(m_editor.callsOf(L"acedSSGet").empty());
     EXPECT_EQ(dialog->Grid().ShownRows(), kDoorsBill);
     EXPECT_EQ(lastCalcFileName, m_folder.wpath("list.prc"));
@@ -153,9 +154,11 @@ TEST_F(CalcPriceDialogTest, InsertDrawsTheTableBlockAndEndsWithOk) {
     EXPECT_EQ(table->entities.size(), 5u + 5u * 5u + 1u + 1u + 5u + 6u);
     std::vector<std::wstring> totals;
     for (const auto& entity : table->entities)
-        if (const auto* a = std::get_if<AcDbAttributeDefinition>(&entity); a && a->tag.starts_with(L"TOTAL"))
+        if (const auto* a = std::get_if<AcDbAttributeDefinition>(&entity);
+            a && a->tag.starts_with(L"TOTAL"))
             totals.push_back(a->textString);
-    EXPECT_EQ(totals, (std::vector<std::wstring>{L"Total", L"1800.00", L"6200.00", L"0.00", L"0.00", L"8000.00"}));
+    EXPECT_EQ(totals, (std::vector<std::wstring>{L"Total", L"1800.00", L"6200.00", L"0.00", L"0.00",
+                                                 L"8000.00"}));
     EXPECT_EQ(m_database.textStyles().back().name, L"QTBTABLE");
     // Five rows and the headings, three units each; widths in characters at 1.2 units each.
     EXPECT_DOUBLE_EQ(dialog->TableHeight(), 18.0);
@@ -169,8 +172,9 @@ TEST_F(CalcPriceDialogTest, InsertStopsAfterQtb9999) {
     m_database.addBlock(L"QTB9999");
     const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
     ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_INSERT));
-    EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
-              (std::vector<RecordedCall>{{L"acedAlert", {L"Too large number for name of table price"}}}));
+    EXPECT_EQ(
+        m_editor.callsOf(L"acedAlert"),
+        (std::vector<RecordedCall>{{L"acedAlert", {L"Too large number for name of table price"}}}));
     EXPECT_EQ(dialog->result(), IDCANCEL);
     EXPECT_EQ(m_database.recordNamed(L"QTB10000"), nullptr);
 }
@@ -216,16 +220,6 @@ TEST_F(CalcPriceDialogTest, SettingsGiveTheWidthsAndTheFileNameUpToItsFirstBlank
     for (int col = 0; col < kBomColumnCount; ++col)
         widths.push_back(dialog.Grid().GetColWidth(col));
     EXPECT_EQ(widths, (std::vector<int>{120, 40, 60, 200, 70}));
-}
-
-TEST_F(CalcPriceDialogTest, AClickOnTheDialogTakesTheFocus) {
-    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
-    QApplication::setActiveWindow(dialog.get());
-    dialog->Grid().setFocus();
-    ASSERT_FALSE(dialog->hasFocus());
-    QTest::mouseClick(dialog.get(), Qt::LeftButton, {},
-                      QPoint(dialog->width() - 4, dialog->height() / 2));
-    EXPECT_TRUE(dialog->hasFocus());
 }
 
 }  // namespace

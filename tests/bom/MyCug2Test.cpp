@@ -37,7 +37,8 @@ TEST_F(MyCug2Test, ShowsTheBillWithTheSummaryRowLastInColumnsSharingTheWidth) {
     MyCug2& grid = dialog->Grid();
     EXPECT_EQ(grid.ShownRows(), kDoorsBill);
     for (int col = 0; col < kBomColumnCount; ++col)
-        EXPECT_EQ(grid.QuickGetText(col, -1), std::wstring(BomColumnTitles[static_cast<std::size_t>(col)]));
+        EXPECT_EQ(grid.QuickGetText(col, -1),
+                  std::wstring(BomColumnTitles[static_cast<std::size_t>(col)]));
     EXPECT_EQ(grid.GetSideHdgWidth(), 0);
     EXPECT_EQ(grid.GetStandardRowHeight(), QFontMetrics(grid.font()).height() + 3);
     EXPECT_EQ(HeadingArrow(grid, 0), UGCT_SORTARROWUP);
@@ -54,14 +55,21 @@ TEST_F(MyCug2Test, HeadingClicksSortAndKeepTheSummaryLast) {
         int arrow;
     };
     const Click clicks[] = {
-        {kQuantityColumn, Names({L"desk", L"chair", L"door", L"window", L"Summary:"}), UGCT_SORTARROWUP},
-        {kQuantityColumn, Names({L"window", L"door", L"chair", L"desk", L"Summary:"}), UGCT_SORTARROWDOWN},
-        {kQuantityColumn, Names({L"desk", L"chair", L"door", L"window", L"Summary:"}), UGCT_SORTARROWUP},
+        {kQuantityColumn, Names({L"desk", L"chair", L"door", L"window", L"Summary:"}),
+         UGCT_SORTARROWUP},
+        {kQuantityColumn, Names({L"window", L"door", L"chair", L"desk", L"Summary:"}),
+         UGCT_SORTARROWDOWN},
+        {kQuantityColumn, Names({L"desk", L"chair", L"door", L"window", L"Summary:"}),
+         UGCT_SORTARROWUP},
         // Empty descriptions go last either way; equal totals keep their order.
-        {kDescriptionColumn, Names({L"door", L"desk", L"window", L"chair", L"Summary:"}), UGCT_SORTARROWUP},
-        {kDescriptionColumn, Names({L"window", L"desk", L"door", L"chair", L"Summary:"}), UGCT_SORTARROWDOWN},
-        {kTotalColumn, Names({L"desk", L"chair", L"door", L"window", L"Summary:"}), UGCT_SORTARROWUP},
-        {kPriceColumn, Names({L"chair", L"desk", L"door", L"window", L"Summary:"}), UGCT_SORTARROWUP},
+        {kDescriptionColumn, Names({L"door", L"desk", L"window", L"chair", L"Summary:"}),
+         UGCT_SORTARROWUP},
+        {kDescriptionColumn, Names({L"window", L"desk", L"door", L"chair", L"Summary:"}),
+         UGCT_SORTARROWDOWN},
+        {kTotalColumn, Names({L"desk", L"chair", L"door", L"window", L"Summary:"}),
+         UGCT_SORTARROWUP},
+        {kPriceColumn, Names({L"chair", L"desk", L"door", L"window", L"Summary:"}),
+         UGCT_SORTARROWUP},
     };
     const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
     MyCug2& grid = dialog->Grid();
@@ -84,9 +92,11 @@ TEST_F(MyCug2Test, TheNameColumnStartsAscendingSoItsFirstClickSortsDescending) {
     MyCug2& grid = dialog->Grid();
     ClickHeading(grid, kNameColumn);
     EXPECT_FALSE(grid.SortedAscending());
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"window", L"door", L"desk", L"chair", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"window", L"door", L"desk", L"chair", L"Summary:"}));
     ClickHeading(grid, kNameColumn);
-    EXPECT_EQ(Column(grid, kNameColumn), Names({L"chair", L"desk", L"door", L"window", L"Summary:"}));
+    EXPECT_EQ(Column(grid, kNameColumn),
+              Names({L"chair", L"desk", L"door", L"window", L"Summary:"}));
 }
 
 TEST_F(MyCug2Test, AnEmptyBillHasNoSummaryRowButEveryClickAppendsTheStoredOneUntilTwoStand) {

@@ -20,13 +20,6 @@ TEST(ReportLines, WithPricesEveryRowHasFiveRightAlignedFields) {
                   L"  Summary:                                                 33.00"}));
 }
 
-TEST(ReportLines, WithoutPricesThreeFieldsAndNoSummary) {
-    EXPECT_EQ(ReportLines(kRows, false),
-              (std::vector<std::wstring>{L"Block name   Quantity          Description",
-                                         L"      door          3                front",
-                                         L"a-very-long-block-name          2                     "}));
-}
-
 TEST(ReportFile, IsWrittenWithLineFeedsAndReplacesAnOldOne) {
     TempFolder folder;
     ScriptedEditor editor;

@@ -130,7 +130,8 @@ TEST_F(CalcPriceCmdTest, AnUnreadableListOrNoSelectionEndsTheCommandWithoutADial
     CalcPriceCmd();
     EXPECT_EQ(Functions(), (std::vector<std::wstring>{L"acedGetFileD", L"acedAlert"}));
     EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
-              (std::vector<RecordedCall>{{L"acedAlert", {L"File " + missing + L" could  not be opened"}}}));
+              (std::vector<RecordedCall>{
+                  {L"acedAlert", {L"File " + missing + L" could  not be opened"}}}));
     EXPECT_EQ(lastCalcFileName, L"");
 
     m_editor.clearCalls();

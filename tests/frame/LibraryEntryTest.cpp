@@ -68,7 +68,8 @@ TEST(LibraryEntry, AnAttachWithoutInstanceLeavesTheModuleDetachedButSucceeds) {
     EXPECT_EQ(modulePath, ExecutablePath());
 }
 
-TEST_F(LibraryEntryTest, ResourceOverrideMakesTheModuleCurrentAndRestoresEvenWhenAnExceptionLeaves) {
+TEST_F(LibraryEntryTest,
+       ResourceOverrideMakesTheModuleCurrentAndRestoresEvenWhenAnExceptionLeaves) {
     try {
         const ResourceOverride override;
         EXPECT_EQ(AfxGetResourceHandle(), ModuleInstance());

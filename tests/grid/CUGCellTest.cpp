@@ -98,8 +98,8 @@ TEST(CUGCell, ClearAllKeepsTheMaskStringAndMarksTheRestMinusOne) {
     cell.ClearAll();
     EXPECT_EQ(cell.GetPropertyFlags(), 0u);
     // The values behind the bits show when the bits are switched on again without setting them.
-    cell.SetPropertyFlags(UGCELL_TEXT_SET | UGCELL_MASK_SET | UGCELL_CELLTYPE_SET | UGCELL_CELLTYPEEX_SET |
-                          UGCELL_EXTRAMEMORY_SET);
+    cell.SetPropertyFlags(UGCELL_TEXT_SET | UGCELL_MASK_SET | UGCELL_CELLTYPE_SET |
+                          UGCELL_CELLTYPEEX_SET | UGCELL_EXTRAMEMORY_SET);
     EXPECT_STREQ(cell.GetText(), L"");
     EXPECT_STREQ(cell.GetMask(), L"000");
     EXPECT_EQ(cell.GetCellType(), -1);
@@ -121,8 +121,9 @@ TEST(CUGCell, AddInfoFromOverlaysOnlyTheSetProperties) {
     EXPECT_STREQ(display.GetText(), L"value");
     EXPECT_EQ(display.GetAlignment(), UG_ALIGNRIGHT);
     EXPECT_EQ(display.GetBackColor(), RGB(10, 10, 10));
-    EXPECT_EQ(display.GetPropertyFlags(), UGCELL_BACKCOLOR_SET | UGCELL_ALIGNMENT_SET | UGCELL_TEXT_SET |
-                                              UGCELL_DATATYPE_SET | UGCELL_LABEL_SET);
+    EXPECT_EQ(display.GetPropertyFlags(), UGCELL_BACKCOLOR_SET | UGCELL_ALIGNMENT_SET |
+                                              UGCELL_TEXT_SET | UGCELL_DATATYPE_SET |
+                                              UGCELL_LABEL_SET);
 }
 
 TEST(CUGCell, CopiesAreDeep) {

@@ -81,7 +81,7 @@ TEST(CUGCtrl, MoveCurrentRowCodes) {
         long row;
     };
     // 280 pixels of cells show 14 rows; a page down (3) goes a page past the last of them.
-    const Step steps[] = {{6, 0, 0}, {1, 0, 1}, {0, 0, 0}, {0, 0, 0}, {3, 0, 27},
+    const Step steps[] = {{6, 0, 0}, {1, 0, 1},  {0, 0, 0},  {0, 0, 0}, {3, 0, 27},
                           {2, 0, 0}, {5, 0, 99}, {1, 1, 99}, {4, 0, 0}};
     RecordingGrid grid(3, 100);
     for (const Step& step : steps) {

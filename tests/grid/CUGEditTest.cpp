@@ -19,7 +19,8 @@ TEST(CUGEdit, TypedKeysGoThroughTheColumnsFilter) {
         const char* held;
     };
     // The price column takes digits and one point; the separator is swallowed in columns 1 and 2.
-    const Case cases[] = {{1, "12.5.a|3", "12.53"}, {2, "a|b.c", "ab.c"}, {3, "a|b", "a|b"}, {0, "x|y", "x|y"}};
+    const Case cases[] = {
+        {1, "12.5.a|3", "12.53"}, {2, "a|b.c", "ab.c"}, {3, "a|b", "a|b"}, {0, "x|y", "x|y"}};
     RecordingGrid grid(4, 3);
     for (const Case& c : cases) {
         SCOPED_TRACE(c.col);

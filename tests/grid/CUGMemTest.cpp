@@ -95,7 +95,8 @@ TEST(CUGMem, FindWalksItsWayAndWraps) {
     int col = 0;
     long row = 0;
     for (const Step& step : steps) {
-        SCOPED_TRACE(testing::PrintToString(std::wstring(step.text)) + " " + std::to_string(step.flags));
+        SCOPED_TRACE(testing::PrintToString(std::wstring(step.text)) + " " +
+                     std::to_string(step.flags));
         EXPECT_EQ(step.first ? mem.FindFirst(step.text, &col, &row, step.flags)
                              : mem.FindNext(step.text, &col, &row, step.flags),
                   step.result);

@@ -176,7 +176,8 @@ protected:
     }
     std::vector<RecordedCall> Prompts(std::size_t count) const {
         return std::vector<RecordedCall>(
-            count, {L"AfxMessageBox", {L"Save changes to " + m_path, std::to_wstring(MB_YESNOCANCEL)}});
+            count,
+            {L"AfxMessageBox", {L"Save changes to " + m_path, std::to_wstring(MB_YESNOCANCEL)}});
     }
     bool SettingsWritten() const { return Exists("tarnwick1.set") && Exists("filename.set"); }
 
@@ -281,7 +282,8 @@ TEST_F(BlockPriceDialogTest, ClosingAfterOpeningWritesTheWidthsAndTheName) {
     Click(IDC_PRICE_CLOSE);
     const int name = Grid().GetColWidth(0);
     const int price = Grid().GetColWidth(1);
-    EXPECT_EQ(m_folder.read("tarnwick1.set"), std::to_string(name) + " " + std::to_string(price) + " 123 ");
+    EXPECT_EQ(m_folder.read("tarnwick1.set"),
+              std::to_string(name) + " " + std::to_string(price) + " 123 ");
     EXPECT_EQ(m_folder.read("filename.set"), m_folder.path("three.prc"));
 
     // The next dialog starts with those widths and offers that file.
@@ -321,7 +323,8 @@ TEST_F(BlockPriceDialogTest, CourierARedMessageAndNoClippedText) {
     EXPECT_NE(palette.color(QPalette::Disabled, QPalette::WindowText), QColor(255, 0, 0));  // greys
     for (QPushButton* button : Dialog().findChildren<QPushButton*>()) {
         const QString text = button->text().remove(QLatin1Char('&'));
-        EXPECT_LE(button->fontMetrics().horizontalAdvance(text) + 4, button->width()) << text.toStdString();
+        EXPECT_LE(button->fontMetrics().horizontalAdvance(text) + 4, button->width())
+            << text.toStdString();
     }
     for (QLabel* label : Dialog().findChildren<QLabel*>())
         EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width())

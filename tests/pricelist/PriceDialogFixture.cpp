@@ -3,8 +3,8 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QLabel>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
@@ -138,7 +138,9 @@ bool PriceDialogTest::Exists(const std::string& name) const {
     return QFileInfo::exists(QString::fromStdString(m_folder.path(name)));
 }
 
-std::wstring PriceDialogTest::FileLabelText() const { return m_dialog->FileLabel()->text().toStdWString(); }
+std::wstring PriceDialogTest::FileLabelText() const {
+    return m_dialog->FileLabel()->text().toStdWString();
+}
 
 std::vector<std::wstring> PriceDialogTest::Column(int col) {
     std::vector<std::wstring> texts;

@@ -28,21 +28,20 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{L"Block A|12.5|Red door\n", {{L"Block A", L"12.5", L"Red door"}}},
         LineCase{L"Block A|12.5\n", {{L"Block A", L"12.5", L""}}},
         LineCase{L"Chair|12.5|\n", {{L"Chair", L"12.5", L""}}},
-        LineCase{L"A|1|b|c\n", {{L"A", L"1", L"b"}}},
-        LineCase{L"Block A||x\n", {}},
-        LineCase{L"|5|x\n", {}},
-        LineCase{L"Chair\n", {}},
-        LineCase{L"X\n", {}},
+        LineCase{L"A|1|b|c\n", {{L"A", L"1", L"b"}}}, LineCase{L"Block A||x\n", {}},
+        LineCase{L"|5|x\n", {}}, LineCase{L"Chair\n", {}}, LineCase{L"X\n", {}},
         LineCase{L"\n\n|\n||\n", {}},
         LineCase{L"Price|not a number|x\n", {{L"Price", L"not a number", L"x"}}},
         // The last line has no line feed: it is never taken.
         LineCase{L"Door|10|front\nChair|5|oak", {{L"Door", L"10", L"front"}}},
         LineCase{L"Chair|5|oak", {}},
         // Whatever the last character is, it is cut: here the "k".
-        LineCase{L"Door|10|front\nChair|5|oak\n", {{L"Door", L"10", L"front"}, {L"Chair", L"5", L"oak"}}},
+        LineCase{L"Door|10|front\nChair|5|oak\n",
+                 {{L"Door", L"10", L"front"}, {L"Chair", L"5", L"oak"}}},
         // A NUL ends the line as a C string ends; its last character before the NUL goes.
         LineCase{std::wstring(L"Door|10|fronts\0junk\n", 20), {{L"Door", L"10", L"front"}}},
-        LineCase{L"Door|10|front\nDoor|12|back\n", {{L"Door", L"10", L"front"}, {L"Door", L"12", L"back"}}},
+        LineCase{L"Door|10|front\nDoor|12|back\n",
+                 {{L"Door", L"10", L"front"}, {L"Door", L"12", L"back"}}},
         // Long lines are read in pieces of 999 characters, each a line of its own: the first is
         // "N|1|" and 995 x, and loses its last character like any line.
         LineCase{L"N|1|" + std::wstring(995, L'x') + L"TAIL|2|z\n",
@@ -100,13 +99,16 @@ TEST_F(PriceListFileTest, ListsLoadAndSaveBackByteForByte) {
         std::vector<PriceListRow> rows;
     };
     const Case cases[] = {
-        {"Door|10|front\r\nChair|5|oak\r\n", TextEncoding::Locale,
+        {"Door|10|front\r\nChair|5|oak\r\n",
+         TextEncoding::Locale,
          {{L"Door", L"10", L"front"}, {L"Chair", L"5", L"oak"}}},
         // Hebrew in code page 1255 and a Latin-1 e-acute: not valid UTF-8, a byte a character.
-        {"Door|10|\xe3\xec\xfa\nCaf\xe9|2.5|t\xe9te\n", TextEncoding::Bytes,
+        {"Door|10|\xe3\xec\xfa\nCaf\xe9|2.5|t\xe9te\n",
+         TextEncoding::Bytes,
          {{L"Door", L"10", {wchar_t(0xe3), wchar_t(0xec), wchar_t(0xfa)}},
           {{L'C', L'a', L'f', wchar_t(0xe9)}, L"2.5", {L't', wchar_t(0xe9), L't', L'e'}}}},
-        {"\xd7\x93\xd7\x9c\xd7\xaa|10|\xd7\xa2\xd7\xa5\n", TextEncoding::Locale,
+        {"\xd7\x93\xd7\x9c\xd7\xaa|10|\xd7\xa2\xd7\xa5\n",
+         TextEncoding::Locale,
          {{L"\u05d3\u05dc\u05ea", L"10", L"\u05e2\u05e5"}}},
     };
     for (const Case& c : cases) {

@@ -17,10 +17,10 @@ TEST(SettingsPaths, TheStatedRuleReplacesEveryModuleNameLowerCasesAndPrefersTheS
     };
     const Case cases[] = {
         {L"Tarnwick.arx", kPriceListSettingsFile, L"tarnwick1.set", L"filename.set"},
-        {L"c:\\tools\\x.arx\\x.arx", kPriceListSettingsFile, L"c:\\tools\\tarnwick1.set\\tarnwick1.set",
-         L"c:\\tools\\filename.set\\filename.set"},
-        {L"C:\\Acad\\Tools/Tarnwick.ARX", kCalculationSettingsFile, L"c:\\acad\\tools/tarnwick2.set",
-         L"c:\\acad\\tools/filename.set"},
+        {L"c:\\tools\\x.arx\\x.arx", kPriceListSettingsFile,
+         L"c:\\tools\\tarnwick1.set\\tarnwick1.set", L"c:\\tools\\filename.set\\filename.set"},
+        {L"C:\\Acad\\Tools/Tarnwick.ARX", kCalculationSettingsFile,
+         L"c:\\acad\\tools/tarnwick2.set", L"c:\\acad\\tools/filename.set"},
     };
     for (const Case& c : cases) {
         const auto paths = MakeSettingsPaths(c.module, c.settingsFile, true);

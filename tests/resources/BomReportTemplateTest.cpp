@@ -29,7 +29,9 @@ TEST(BomReportTemplate, TheFileLabelStandsBesideItsCaption) {
     ASSERT_EQ(FindDialogTemplate(IDD_BOM_REPORT), &kBomReportTemplate);
     const auto current =
         std::find_if(kBomReportTemplate.controls.begin(), kBomReportTemplate.controls.end(),
-                     [](const ControlTemplate& control) { return std::wstring(control.text) == L"Current file:"; });
+                     [](const ControlTemplate& control) {
+                         return std::wstring(control.text) == L"Current file:";
+                     });
     ASSERT_NE(current, kBomReportTemplate.controls.end());
     const ControlTemplate* label = Find(IDC_REPORT_FILE_LABEL);
     EXPECT_EQ(label->y, current->y);

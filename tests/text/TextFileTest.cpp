@@ -41,7 +41,9 @@ TEST(TextFormats, ByteOrderMarkAndLineEndsAreKept) {
         std::wstring text;
         bool bom, crlf;
     };
-    const Case cases[] = {{"\xef\xbb\xbf" "Door|10|x\r\nA|1|\r\n", L"Door|10|x\nA|1|\n", true, true},
+    const Case cases[] = {{"\xef\xbb\xbf"
+                           "Door|10|x\r\nA|1|\r\n",
+                           L"Door|10|x\nA|1|\n", true, true},
                           // Mixed line ends keep their carriage returns.
                           {"a|1|x\r\nb|2|y\n", L"a|1|x\r\nb|2|y\n", false, false}};
     for (const Case& c : cases) {
