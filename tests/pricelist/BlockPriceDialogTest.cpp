@@ -221,22 +221,18 @@ TEST_F(SavePromptTest, YesOnCloseWithAMissingNameStaysOpenAndSaysWhy) {
     EXPECT_FALSE(SettingsWritten());
 }
 
-TEST_F(SavePromptTest, CancelOnNewOrOpenAsksForNoFile) {
+TEST_F(SavePromptTest, NewAndOpenAskFirstAndYesSavesBeforeTheNextListIsChosen) {
     OpenAndChange();
     m_editor.answerMessageBox(IDCANCEL);
     Click(IDC_PRICE_NEW);
     m_editor.answerMessageBox(IDCANCEL);
     Click(IDC_PRICE_OPEN);
-    EXPECT_EQ(MessageBoxes(), Prompts(2));
     EXPECT_TRUE(FilePrompts().empty());
-    EXPECT_EQ(Text(1, 0), L"5");
-}
+    EXPECT_EQ(m_folder.read("three.prc"), kThreeRows);
 
-TEST_F(SavePromptTest, YesOnOpenSavesBeforeTheNextListIsChosen) {
-    OpenAndChange();
-    const std::wstring next = WriteList("next.prc", "Sofa|890|\n");
     m_editor.answerMessageBox(IDYES);
-    OpenFile(next);
+    OpenFile(WriteList("next.prc", "Sofa|890|\n"));
+    EXPECT_EQ(MessageBoxes(), Prompts(3));
     EXPECT_EQ(m_folder.read("three.prc"), kDoorAtFive);
     EXPECT_EQ(FilePrompts(), (std::vector<RecordedCall>{OpenPrompt(m_path)}));
     EXPECT_EQ(Column(0), (Names{L"Sofa"}));

@@ -65,6 +65,16 @@ TEST_F(BadInputTest, ASaveThatCannotBeWrittenAlertsAndLeavesTheFileAsItWas) {
     Click(IDC_PRICE_CLOSE);
     EXPECT_EQ(MessageBoxes().size(), 1u);
     EXPECT_TRUE(Dialog().isVisible());
+
+    // A save that fails on closing is reported before the dialog closes.
+    m_editor.answerMessageBox(IDYES);
+    {
+        FullDisk full;
+        Click(IDC_PRICE_CLOSE);
+    }
+    EXPECT_EQ(Alerts(), (std::vector<RecordedCall>{NotOpened(m_path), NotOpened(m_path)}));
+    EXPECT_EQ(m_folder.read("list.prc"), kList);
+    EXPECT_FALSE(Dialog().isVisible());
 }
 
 TEST_F(BadInputTest, SaveAsToAFolderAlertsAndWritesNothing) {
@@ -94,18 +104,6 @@ TEST_F(BadInputTest, AListThatCannotBeReadLeavesTheGridAsItWas) {
     EXPECT_EQ(Alerts(), (std::vector<RecordedCall>{NotOpened(missing)}));
     EXPECT_EQ(Column(0), (std::vector<std::wstring>{L"Door", L"Window"}));
     EXPECT_EQ(FileLabelText(), m_path);
-}
-
-TEST_F(BadInputTest, AFailedSaveOnClosingIsReportedBeforeTheDialogCloses) {
-    OpenAndChange();
-    m_editor.answerMessageBox(IDYES);
-    {
-        FullDisk full;
-        Click(IDC_PRICE_CLOSE);
-    }
-    EXPECT_EQ(Alerts(), (std::vector<RecordedCall>{NotOpened(m_path)}));
-    EXPECT_EQ(m_folder.read("list.prc"), kList);
-    EXPECT_FALSE(Dialog().isVisible());
 }
 
 // Line by line: what the list's rules keep, and what they drop.
