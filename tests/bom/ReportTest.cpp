@@ -20,13 +20,6 @@ TEST(ReportLines, WithPricesEveryRowHasFiveRightAlignedFields) {
                   L"  Summary:                                                 33.00"}));
 }
 
-TEST(ReportLines, WithoutPricesThreeFieldsAndNoSummary) {
-    EXPECT_EQ(ReportLines(kRows, false),
-              (std::vector<std::wstring>{L"Block name   Quantity          Description",
-                                         L"      door          3                front",
-                                         L"a-very-long-block-name          2                     "}));
-}
-
 TEST(ReportFile, IsWrittenWithLineFeedsAndReplacesAnOldOne) {
     TempFolder folder;
     ScriptedEditor editor;
@@ -36,15 +29,6 @@ TEST(ReportFile, IsWrittenWithLineFeedsAndReplacesAnOldOne) {
               "Block name   Quantity          Description\n"
               "      door          3                front\n");
     EXPECT_TRUE(editor.calls().empty());
-}
-
-TEST(ReportFile, AFileThatCannotBeCreatedIsReported) {
-    TempFolder folder;
-    ScriptedEditor editor;
-    const std::wstring path = folder.wpath("missing/bom.txt");
-    EXPECT_EQ(WriteReport(kRows, true, path, TextFormat{}), 0);
-    EXPECT_EQ(editor.calls(),
-              (std::vector<RecordedCall>{{L"acedAlert", {L"File " + path + L" could  not be opened"}}}));
 }
 
 TEST(ReportName, JoinsThePriceListAndTheDrawingName) {

@@ -108,24 +108,6 @@ TEST_F(CalcPriceCmdTest, InsertPlacesTheTableAtThePickedCorner) {
     EXPECT_EQ(AfxGetResourceHandle(), &m_hostResources);
 }
 
-TEST_F(CalcPriceCmdTest, TheNextRunProposesTheListOfTheLastOne) {
-    m_editor.answerFile(RTNORM, m_folder.wpath("doors.prc"));
-    m_editor.answerSelection(RTNORM, m_references);
-    auto watch = ClickWhenShown(IDC_REPORT_CLOSE);
-    CalcPriceCmd();
-    m_editor.clearCalls();
-    lastCalcFileName.clear();  // the settings bring it back
-
-    m_editor.answerFile(RTERROR);
-    m_editor.answerSelection(RTNORM, m_references);
-    watch = ClickWhenShown(IDC_REPORT_CLOSE);
-    CalcPriceCmd();
-    EXPECT_TRUE(watch->fired());
-    EXPECT_EQ(m_editor.callsOf(L"acedGetFileD"),
-              (std::vector<RecordedCall>{
-                  {L"acedGetFileD", {L"Open", m_folder.wpath("doors.prc"), L"prc", L"2"}}}));
-}
-
 TEST_F(CalcPriceCmdTest, ACancelledPromptOpensTheDialogWithoutPrices) {
     lastCalcFileName = m_folder.wpath("doors.prc");
     m_editor.answerFile(RTERROR);
@@ -141,26 +123,24 @@ TEST_F(CalcPriceCmdTest, ACancelledPromptOpensTheDialogWithoutPrices) {
     EXPECT_TRUE(m_editor.callsOf(L"acedGetPoint").empty());
 }
 
-TEST_F(CalcPriceCmdTest, AnUnreadableListEndsTheCommandAfterTheAlert) {
+TEST_F(CalcPriceCmdTest, AnUnreadableListOrNoSelectionEndsTheCommandWithoutADialog) {
+    const auto watch = NoDialog();
     const std::wstring missing = m_folder.wpath("gone.prc");
     m_editor.answerFile(RTNORM, missing);
-    const auto watch = NoDialog();
     CalcPriceCmd();
     EXPECT_EQ(Functions(), (std::vector<std::wstring>{L"acedGetFileD", L"acedAlert"}));
     EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
               (std::vector<RecordedCall>{
                   {L"acedAlert", {L"File " + missing + L" could  not be opened"}}}));
     EXPECT_EQ(lastCalcFileName, L"");
-    EXPECT_EQ(m_database.recordNamed(L"QTB0001"), nullptr);
-}
 
-TEST_F(CalcPriceCmdTest, NoSelectionNoDialog) {
+    m_editor.clearCalls();
     m_editor.answerFile(RTNORM, m_folder.wpath("doors.prc"));
     m_editor.answerSelection(RTCAN);
-    const auto watch = NoDialog();
     CalcPriceCmd();
     EXPECT_EQ(Functions(), (std::vector<std::wstring>{L"acedGetFileD", L"acedSSGet"}));
     EXPECT_EQ(lastCalcFileName, m_folder.wpath("doors.prc"));
+    EXPECT_EQ(m_database.recordNamed(L"QTB0001"), nullptr);
 }
 
 TEST_F(CalcPriceCmdTest, CloseEndsTheCommandWithNothingDrawn) {

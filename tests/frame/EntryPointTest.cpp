@@ -6,7 +6,6 @@
 
 #include "frame/BlockPriceCmd.h"
 #include "frame/CalcPriceCmd.h"
-#include "frame/CommandRegistration.h"
 #include "frame/TarnwickEntry.h"
 #include "host/api/acrxregistry.h"
 
@@ -34,7 +33,8 @@ protected:
     int m_appId = 0;
 };
 
-TEST_F(EntryPointTest, InitRegistersTheTwoCommandsInTableOrder) {
+TEST_F(EntryPointTest, InitRegistersTheTwoCommandsInTableOrderAndUnlocksTheApplication) {
+    ASSERT_TRUE(Linker().isApplicationLocked(&m_appId));
     EXPECT_EQ(acrxEntryPoint(AcRx::kInitAppMsg, &m_appId), AcRx::kRetOK);
     const auto commands = GroupCommands();
     ASSERT_EQ(commands.size(), 2u);
@@ -47,12 +47,6 @@ TEST_F(EntryPointTest, InitRegistersTheTwoCommandsInTableOrder) {
     EXPECT_EQ(commands[1].flags, 1);
     EXPECT_EQ(commands[1].function, &CalcPriceCmd);
     EXPECT_EQ(Stack().lookup(L"RZBOMC")->function, &CalcPriceCmd);
-    EXPECT_EQ(Stack().lookup(L"BlockPrice_Global")->function, &BlockPriceCmd);
-}
-
-TEST_F(EntryPointTest, InitUnlocksTheApplicationAndDeclaresItMdiAware) {
-    ASSERT_TRUE(Linker().isApplicationLocked(&m_appId));
-    acrxEntryPoint(AcRx::kInitAppMsg, &m_appId);
     EXPECT_FALSE(Linker().isApplicationLocked(&m_appId));
     EXPECT_TRUE(Linker().isAppMDIAware(&m_appId));
     Linker().forgetApplication(&m_appId);
@@ -68,24 +62,13 @@ TEST_F(EntryPointTest, LoadingTwiceAddsTheCommandsAgainAndUnloadRemovesAllInOneC
     Linker().forgetApplication(&m_appId);
 }
 
-TEST_F(EntryPointTest, OtherMessagesAreAnsweredOkAndChangeNothing) {
+TEST_F(EntryPointTest, OtherMessagesAndAnUnloadWithoutCommandsAreAnsweredOkAndChangeNothing) {
     const auto before = Stack().commands().size();
     EXPECT_EQ(acrxEntryPoint(AcRx::kNullMsg, &m_appId), AcRx::kRetOK);
     EXPECT_EQ(acrxEntryPoint(static_cast<AcRx::AppMsgCode>(7), &m_appId), AcRx::kRetOK);
+    EXPECT_EQ(acrxEntryPoint(AcRx::kUnloadAppMsg, &m_appId), AcRx::kRetOK);
     EXPECT_EQ(Stack().commands().size(), before);
     EXPECT_TRUE(Linker().isApplicationLocked(&m_appId));
-}
-
-TEST_F(EntryPointTest, UnloadWithoutCommandsIsAnsweredOk) {
-    EXPECT_EQ(acrxEntryPoint(AcRx::kUnloadAppMsg, &m_appId), AcRx::kRetOK);
-    EXPECT_TRUE(GroupCommands().empty());
-}
-
-TEST(CommandTable, NamesTheGroupAndBothRows) {
-    ASSERT_EQ(CommandTableSize(), 2);
-    for (int i = 0; i < CommandTableSize(); ++i)
-        EXPECT_EQ(std::wstring(CommandTable()[i].group), L"BlockPrice_Group");
-    EXPECT_EQ(acrxGetApiVersion(), 0x00160000u);
 }
 
 }  // namespace

@@ -49,18 +49,15 @@ TEST_F(LibraryEntryTest, AttachingAgainKeepsTheStateOfTheFirstAttach) {
     EXPECT_EQ(ExtensionModule.defaultResource, &kHostResources);
 }
 
-TEST_F(LibraryEntryTest, DetachEndsTheExtensionState) {
-    EXPECT_TRUE(LibraryMain(ModuleInstance(), LibraryReason::ProcessDetach));
-    EXPECT_EQ(ExtensionModule.attached, 0);
-    EXPECT_TRUE(LibraryMain(ModuleInstance(), LibraryReason::ProcessDetach));
-    EXPECT_EQ(ExtensionModule.attached, 0);
-}
-
-TEST_F(LibraryEntryTest, ThreadMessagesChangeNothing) {
+TEST_F(LibraryEntryTest, ThreadMessagesChangeNothingAndDetachEndsTheExtensionState) {
     for (const LibraryReason reason : {LibraryReason::ThreadAttach, LibraryReason::ThreadDetach}) {
         EXPECT_TRUE(LibraryMain(nullptr, reason));
         EXPECT_NE(ExtensionModule.attached, 0);
         EXPECT_EQ(ExtensionModule.moduleResource, ModuleInstance());
+    }
+    for (int twice = 0; twice < 2; ++twice) {
+        EXPECT_TRUE(LibraryMain(ModuleInstance(), LibraryReason::ProcessDetach));
+        EXPECT_EQ(ExtensionModule.attached, 0);
     }
 }
 
@@ -71,17 +68,11 @@ TEST(LibraryEntry, AnAttachWithoutInstanceLeavesTheModuleDetachedButSucceeds) {
     EXPECT_EQ(modulePath, ExecutablePath());
 }
 
-TEST_F(LibraryEntryTest, ResourceOverrideMakesTheModuleCurrentAndRestores) {
-    {
-        const ResourceOverride override;
-        EXPECT_EQ(AfxGetResourceHandle(), ModuleInstance());
-    }
-    EXPECT_EQ(AfxGetResourceHandle(), &kHostResources);
-}
-
-TEST_F(LibraryEntryTest, ResourceOverrideRestoresWhenAnExceptionLeaves) {
+TEST_F(LibraryEntryTest,
+       ResourceOverrideMakesTheModuleCurrentAndRestoresEvenWhenAnExceptionLeaves) {
     try {
         const ResourceOverride override;
+        EXPECT_EQ(AfxGetResourceHandle(), ModuleInstance());
         throw std::runtime_error("dialog failed");
     } catch (const std::runtime_error&) {
     }

@@ -66,10 +66,7 @@ TEST(ModuleExports, TheModuleRegistersItsCommandsAndUnlocksItselfThroughTheShare
 
     EXPECT_EQ(entry(AcRx::kInitAppMsg, &appId), AcRx::kRetOK);
     EXPECT_EQ(GroupSize(), 2u);
-    ASSERT_NE(Stack().lookup(L"RZBOMC"), nullptr);
-    EXPECT_EQ(Stack().lookup(L"RZBOMC")->flags, 1);
     EXPECT_FALSE(linker->isApplicationLocked(&appId));
-    EXPECT_TRUE(linker->isAppMDIAware(&appId));
 
     EXPECT_EQ(entry(AcRx::kUnloadAppMsg, &appId), AcRx::kRetOK);
     EXPECT_EQ(GroupSize(), 0u);

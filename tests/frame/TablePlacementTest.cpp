@@ -86,7 +86,7 @@ TEST_F(TablePlacementTest, EscapeWhileDraggingInsertsAtScaleOne) {
     EXPECT_EQ(Calls(L"acedCommandS").front().args[3], L"1");
 }
 
-TEST(TableScale, ReturnOrEscapeFirstGiveScaleOneAndAFrameNeverDrawn) {
+TEST(TableScale, ReturnEscapeOrAPickFirstGiveScaleOne) {
     ScriptedEditor editor;
     editor.answerGrRead(RTNORM, kKey, Key(13));
     ads_point p1{40, -10, 0};
@@ -97,6 +97,9 @@ TEST(TableScale, ReturnOrEscapeFirstGiveScaleOneAndAFrameNeverDrawn) {
     editor.answerGrRead(RTCAN, 0);
     EXPECT_DOUBLE_EQ(TrackTableScale({0, 0, 0}, p1), 1.0);
     EXPECT_EQ(editor.printed(), L"\n*CANCEL*\n");
+
+    editor.answerGrRead(RTNORM, kPick, Cursor(100, 100));  // a pick before any movement
+    EXPECT_DOUBLE_EQ(ScaledFrameCorner({5, 5, 0}, 40, 10), 1.0);
 }
 
 TEST(TableScale, TheFrameKeepsTheTablesProportionsOnEitherSideOfTheCorner) {
@@ -115,12 +118,6 @@ TEST(TableScale, TheFrameKeepsTheTablesProportionsOnEitherSideOfTheCorner) {
     p1 = {40, -10, 0};
     EXPECT_DOUBLE_EQ(TrackTableScale(p0, p1), 0.2);
     EXPECT_EQ(p1, (ads_point{-8, -2, 0}));
-}
-
-TEST(TableScale, APickBeforeAnyMovementKeepsScaleOne) {
-    ScriptedEditor editor;
-    editor.answerGrRead(RTNORM, kPick, Cursor(100, 100));
-    EXPECT_DOUBLE_EQ(ScaledFrameCorner({5, 5, 0}, 40, 10), 1.0);
 }
 
 TEST(InsertPoint, ReadsTheReferencePositionOrReports) {

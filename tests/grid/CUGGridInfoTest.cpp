@@ -1,48 +1,9 @@
-// Sheet geometry: row counts and the uniform mode, visible range, scroll limits, paging, hit tests.
+// Sheet geometry: column counts, visible range, scroll limits, paging, hit tests.
 #include <gtest/gtest.h>
 
 #include "grid/CUGGridInfo.h"
 
 namespace {
-
-TEST(CUGGridInfo, RowHeightsFollowTheCountUntilUniformModeTakesOverForGood) {
-    CUGGridInfo info;
-    ASSERT_EQ(info.SetRowCount(10), 0);
-    info.m_rowHeights[3] = 50;
-    EXPECT_EQ(info.GetRowHeight(3), 50);
-    ASSERT_EQ(info.SetRowCount(20), 0);
-    EXPECT_EQ(info.GetRowHeight(3), 50);  // old rows keep their heights
-    EXPECT_EQ(info.GetRowHeight(15), 20);
-    EXPECT_EQ(info.SetRowCount(-1), 1);
-    EXPECT_EQ(info.m_numberRows, 20);
-
-    ASSERT_EQ(info.SetRowCount(UG_UNIFORM_ROWS - 1), 0);
-    EXPECT_EQ(info.m_uniformRowHeightFlag, 0);
-    EXPECT_EQ(info.m_rowHeights.size(), static_cast<std::size_t>(UG_UNIFORM_ROWS - 1));
-    ASSERT_EQ(info.SetRowCount(UG_UNIFORM_ROWS), 0);
-    EXPECT_EQ(info.m_uniformRowHeightFlag, 1);
-    EXPECT_TRUE(info.m_rowHeights.empty());
-    EXPECT_EQ(info.GetRowHeight(3), 20);
-    ASSERT_EQ(info.SetRowCount(5), 0);
-    EXPECT_EQ(info.m_uniformRowHeightFlag, 1);
-    EXPECT_TRUE(info.m_rowHeights.empty());
-}
-
-TEST(CUGGridInfo, ShrinkingMovesCurrentPreviousAndRequestedRowsToTheLastRow) {
-    CUGGridInfo info;
-    info.SetRowCount(10);
-    info.m_currentRow = 8;
-    info.m_lastRow = 9;
-    info.m_requestedRow = 2;
-    info.SetRowCount(5);
-    info.ClampRows();
-    EXPECT_EQ(info.m_currentRow, 4);
-    EXPECT_EQ(info.m_lastRow, 4);
-    EXPECT_EQ(info.m_requestedRow, 2);
-    info.SetRowCount(0);
-    info.ClampRows();
-    EXPECT_EQ(info.m_currentRow, -1);
-}
 
 TEST(CUGGridInfo, ColumnCountKeepsOldWidthsAndBoundsItsArgument) {
     CUGGridInfo info;
@@ -54,10 +15,8 @@ TEST(CUGGridInfo, ColumnCountKeepsOldWidthsAndBoundsItsArgument) {
     EXPECT_EQ(info.GetColWidth(1), 10);
     EXPECT_EQ(info.GetColWidth(2), 30);
     EXPECT_EQ(info.GetColWidth(3), 0);
-    EXPECT_EQ(info.SetColCount(UG_MAX_COLS + 1), 1);
     EXPECT_EQ(info.SetColCount(-1), 1);
     EXPECT_EQ(info.m_numberCols, 3);
-    EXPECT_EQ(info.SetColCount(UG_MAX_COLS), 0);
 }
 
 // Five columns of 50 pixels and 100 rows of 20, in a cell area of 120 by 95 pixels.

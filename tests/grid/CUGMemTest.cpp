@@ -1,7 +1,6 @@
 // The in-memory data source: sparse storage, row and column splicing, find, and the stable sort.
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -35,18 +34,11 @@ TEST(CUGMem, ReadingACellNeverWrittenLeavesTheCallersCellAlone) {
     EXPECT_EQ(cell.GetText(), nullptr);
     EXPECT_EQ(cell.GetCellType(), 2);
     EXPECT_EQ(Text(mem, 3, 5), L"far");
-}
-
-TEST(CUGMem, HeadingCellsLiveBesideTheCells) {
-    CUGMem mem;
+    // Heading cells live beside the cells.
     Put(mem, 0, -1, L"Name");
-    Put(mem, -1, 0, L"1");
     Put(mem, -1, -1, L"corner");
-    Put(mem, 0, 0, L"cell");
     EXPECT_EQ(Text(mem, 0, -1), L"Name");
-    EXPECT_EQ(Text(mem, -1, 0), L"1");
     EXPECT_EQ(Text(mem, -1, -1), L"corner");
-    EXPECT_EQ(Text(mem, 0, 0), L"cell");
     EXPECT_EQ(Text(mem, 0, -2), L"<none>");
 }
 
@@ -72,119 +64,48 @@ TEST(CUGMem, RowsAndColumnsSpliceInAndOut) {
     EXPECT_EQ(Text(mem, 1, 1), L"<none>");
 }
 
-// Column 0 of rows 0..4: alpha, Beta, <none>, alphabet, gamma.
-CUGMem FindFixture() {
-    CUGMem mem;
+// Each search starts where the one before it ended.
+TEST(CUGMem, FindWalksItsWayAndWraps) {
+    struct Step {
+        bool first;
+        const wchar_t* text;
+        int flags;
+        int result, col;
+        long row;
+    };
+    constexpr int kAllNoCase = UG_FIND_ALLCOLUMNS | UG_FIND_CASEINSENSITIVE;
+    const Step steps[] = {
+        {false, L"alpha", 0, 0, 0, 0},  // only after a full turn: the start cell is visited last
+        {false, L"alpha", UG_FIND_PARTIAL, 0, 0, 3},
+        {false, L"BETA", UG_FIND_CASEINSENSITIVE, 0, 0, 1},
+        {false, L"BETA", 0, 1, 0, 1},
+        {false, L"a", UG_FIND_UP | UG_FIND_PARTIAL, 0, 0, 0},
+        {false, L"a", UG_FIND_UP | UG_FIND_PARTIAL, 0, 0, 4},  // backwards from row 0: the last row
+        {false, L"a", UG_FIND_UP | UG_FIND_PARTIAL, 0, 0, 3},
+        {true, L"beta", kAllNoCase, 0, 0, 1},  // along rows: every column of a row first
+        {false, L"beta", kAllNoCase, 0, 2, 2},
+        {false, L"beta", UG_FIND_ALLCOLUMNS | UG_FIND_UP, 0, 2, 2},  // the only exact match
+    };
+    CUGMem mem;  // column 0 of rows 0..4: alpha, Beta, <none>, alphabet, gamma
     Put(mem, 0, 0, L"alpha");
     Put(mem, 0, 1, L"Beta");
     Put(mem, 0, 3, L"alphabet");
     Put(mem, 0, 4, L"gamma");
     Put(mem, 2, 2, L"beta");
-    return mem;
-}
-
-TEST(CUGMem, FindNextWalksDownAColumnAndWraps) {
-    CUGMem mem = FindFixture();
     int col = 0;
     long row = 0;
-    EXPECT_EQ(mem.FindNext(L"alpha", &col, &row, 0), 0);
-    EXPECT_EQ(row, 0);  // only after a full turn: the start cell is visited last
-    EXPECT_EQ(mem.FindNext(L"alpha", &col, &row, UG_FIND_PARTIAL), 0);
-    EXPECT_EQ(row, 3);
-    EXPECT_EQ(mem.FindNext(L"BETA", &col, &row, UG_FIND_CASEINSENSITIVE), 0);
-    EXPECT_EQ(row, 1);
-    EXPECT_EQ(mem.FindNext(L"BETA", &col, &row, 0), 1);
-    EXPECT_EQ(row, 1);
-}
-
-TEST(CUGMem, FindNextBackwardsFromRowZeroWrapsToTheLastRow) {
-    CUGMem mem = FindFixture();
-    int col = 0;
-    long row = 0;
-    EXPECT_EQ(mem.FindNext(L"a", &col, &row, UG_FIND_UP | UG_FIND_PARTIAL), 0);
-    EXPECT_EQ(row, 4);  // "gamma"
-    EXPECT_EQ(mem.FindNext(L"a", &col, &row, UG_FIND_UP | UG_FIND_PARTIAL), 0);
-    EXPECT_EQ(row, 3);
-}
-
-TEST(CUGMem, FindAlongRowsVisitsEveryColumnOfARowFirst) {
-    CUGMem mem = FindFixture();
-    int col = 0;
-    long row = 0;
-    EXPECT_EQ(mem.FindFirst(L"beta", &col, &row, UG_FIND_ALLCOLUMNS | UG_FIND_CASEINSENSITIVE), 0);
-    EXPECT_EQ(col, 0);
-    EXPECT_EQ(row, 1);
-    EXPECT_EQ(mem.FindNext(L"beta", &col, &row, UG_FIND_ALLCOLUMNS | UG_FIND_CASEINSENSITIVE), 0);
-    EXPECT_EQ(col, 2);
-    EXPECT_EQ(row, 2);
-    EXPECT_EQ(mem.FindNext(L"beta", &col, &row, UG_FIND_ALLCOLUMNS | UG_FIND_UP), 0);
-    EXPECT_EQ(col, 2);  // the only exact match, found again after a full backwards turn
-    EXPECT_EQ(row, 2);
+    for (const Step& step : steps) {
+        SCOPED_TRACE(testing::PrintToString(std::wstring(step.text)) + " " +
+                     std::to_string(step.flags));
+        EXPECT_EQ(step.first ? mem.FindFirst(step.text, &col, &row, step.flags)
+                             : mem.FindNext(step.text, &col, &row, step.flags),
+                  step.result);
+        EXPECT_EQ(col, step.col);
+        EXPECT_EQ(row, step.row);
+    }
     EXPECT_EQ(mem.FindFirst(L"delta", &col, &row, UG_FIND_ALLCOLUMNS), 1);
     CUGMem empty;
     EXPECT_EQ(empty.FindFirst(L"x", &col, &row, 0), 1);
-}
-
-// The sort as described: adjacent rows swap while a pass finds a pair out of order.
-std::vector<int> BubbleOrder(const std::vector<std::vector<const CUGCell*>>& rows,
-                             const std::vector<int>& cols, int flags) {
-    std::vector<int> order(rows.size());
-    for (std::size_t i = 0; i < order.size(); ++i) order[i] = static_cast<int>(i);
-    for (bool swapped = true; swapped;) {
-        swapped = false;
-        for (std::size_t i = 0; i + 1 < order.size(); ++i) {
-            for (int col : cols) {
-                const int r = UGDefaultSortCompare(rows[static_cast<std::size_t>(order[i])][static_cast<std::size_t>(col)],
-                                                   rows[static_cast<std::size_t>(order[i + 1])][static_cast<std::size_t>(col)],
-                                                   flags);
-                if (r < 0) break;
-                if (r > 0) {
-                    std::swap(order[i], order[i + 1]);
-                    swapped = true;
-                    break;
-                }
-            }
-        }
-    }
-    return order;
-}
-
-TEST(CUGMem, SortGivesTheExchangeSortsOrderWithMissingCellsAndTies) {
-    std::mt19937 random(20240305);
-    for (int round = 0; round < 40; ++round) {
-        const int rowCount = 2 + static_cast<int>(random() % 60);
-        CUGMem mem;
-        std::vector<CUGCell> cells(static_cast<std::size_t>(rowCount * 3));
-        std::vector<std::vector<const CUGCell*>> rows(static_cast<std::size_t>(rowCount));
-        for (int row = 0; row < rowCount; ++row) {
-            for (int col = 0; col < 3; ++col) {
-                const CUGCell* stored = nullptr;
-                const unsigned kind = random() % 6;
-                CUGCell& cell = cells[static_cast<std::size_t>(row * 3 + col)];
-                if (kind > 0) {  // kind 0: the cell is never written
-                    if (col == 1)
-                        cell.SetNumber(static_cast<double>(random() % 5));
-                    else if (kind == 1)
-                        cell.SetText(L"");
-                    else
-                        cell.SetText(std::wstring(1, static_cast<wchar_t>(L'a' + random() % 4)));
-                    mem.SetCell(col, row, &cell);
-                    stored = &cell;
-                }
-                rows[static_cast<std::size_t>(row)].push_back(stored);
-            }
-            CUGCell tag;  // column 3 tells where each row came from
-            tag.SetText(std::to_wstring(row));
-            mem.SetCell(3, row, &tag);
-        }
-        const std::vector<int> cols = round % 2 ? std::vector<int>{0, 1} : std::vector<int>{1, 2, 0};
-        const int flags = round % 4 < 2 ? 1 : UG_SORT_DESCENDING;
-        const std::vector<int> expected = BubbleOrder(rows, cols, flags);
-        ASSERT_EQ(mem.SortBy(cols.data(), static_cast<int>(cols.size()), flags), 0);
-        for (int row = 0; row < rowCount; ++row)
-            ASSERT_EQ(Text(mem, 3, row), std::to_wstring(expected[static_cast<std::size_t>(row)]))
-                << "round " << round << " row " << row;
-    }
 }
 
 // Compares by the length of the text and records whether it was ever handed a missing cell.

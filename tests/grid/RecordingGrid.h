@@ -17,6 +17,7 @@ public:
     int allowScroll = 1;
     int allowEditFinish = 1;
     int allowTypeNotify = 1;
+    int allowSizing = 1;
     int fixedWidth = -1;  // OnColSizing holds dragged columns at this width when not -1
 
     // The centre of a cell in cell-area coordinates, and of its drop button.
@@ -30,6 +31,7 @@ public:
     int OnCanMoveCell(int oldcol, long oldrow, int newcol, long newrow) override;
     int OnCanScrollView(int oldcol, int newcol, long oldrow, long newrow) override;
     void OnHitBottom(long numRows, long rowsPastEnd, long rowsFound) override;
+    int OnCanSizeCol(int) override { return allowSizing; }
     void OnColSizing(int col, int* width) override;
     void OnColSized(int col, int* width) override;
     void OnColChange(int oldcol, int newcol) override;

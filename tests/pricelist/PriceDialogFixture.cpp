@@ -2,7 +2,9 @@
 #include "tests/pricelist/PriceDialogFixture.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QTest>
 #include <QWindow>
@@ -113,6 +115,31 @@ std::wstring PriceDialogTest::WriteList(const std::string& name, const std::stri
 void PriceDialogTest::OpenFile(const std::wstring& path) {
     m_editor.answerFile(RTNORM, path);
     Click(IDC_PRICE_OPEN);
+}
+
+std::wstring PriceDialogTest::OpenList(const std::string& name, const std::string& bytes) {
+    const std::wstring path = WriteList(name, bytes);
+    OpenDialog();
+    OpenFile(path);
+    return path;
+}
+
+void PriceDialogTest::Edit(int col, long row, const char* text) {
+    ClickCell(col, row);
+    ASSERT_TRUE(Grid().IsEditing());
+    if (*text == '\0')
+        Key(Qt::Key_Backspace);
+    else
+        Type(text);
+    Key(Qt::Key_Return);
+}
+
+bool PriceDialogTest::Exists(const std::string& name) const {
+    return QFileInfo::exists(QString::fromStdString(m_folder.path(name)));
+}
+
+std::wstring PriceDialogTest::FileLabelText() const {
+    return m_dialog->FileLabel()->text().toStdWString();
 }
 
 std::vector<std::wstring> PriceDialogTest::Column(int col) {

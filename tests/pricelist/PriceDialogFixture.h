@@ -51,6 +51,12 @@ protected:
     std::wstring WriteList(const std::string& name, const std::string& bytes);
     // "&Open" answered with this file.
     void OpenFile(const std::wstring& path);
+    // A price-list file written, a new dialog shown and the file opened in it; the file's path.
+    std::wstring OpenList(const std::string& name, const std::string& bytes);
+    // A cell clicked, the text typed (Backspace when it is empty) and Enter pressed.
+    void Edit(int col, long row, const char* text);
+    bool Exists(const std::string& name) const;
+    std::wstring FileLabelText() const;
     std::vector<std::wstring> Column(int col);
     std::wstring Text(int col, long row);
 

@@ -28,21 +28,30 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{L"Block A|12.5|Red door\n", {{L"Block A", L"12.5", L"Red door"}}},
         LineCase{L"Block A|12.5\n", {{L"Block A", L"12.5", L""}}},
         LineCase{L"Chair|12.5|\n", {{L"Chair", L"12.5", L""}}},
-        LineCase{L"A|1|b|c\n", {{L"A", L"1", L"b"}}},
-        LineCase{L"Block A||x\n", {}},
-        LineCase{L"|5|x\n", {}},
-        LineCase{L"Chair\n", {}},
-        LineCase{L"X\n", {}},
+        LineCase{L"A|1|b|c\n", {{L"A", L"1", L"b"}}}, LineCase{L"Block A||x\n", {}},
+        LineCase{L"|5|x\n", {}}, LineCase{L"Chair\n", {}}, LineCase{L"X\n", {}},
         LineCase{L"\n\n|\n||\n", {}},
         LineCase{L"Price|not a number|x\n", {{L"Price", L"not a number", L"x"}}},
         // The last line has no line feed: it is never taken.
         LineCase{L"Door|10|front\nChair|5|oak", {{L"Door", L"10", L"front"}}},
         LineCase{L"Chair|5|oak", {}},
         // Whatever the last character is, it is cut: here the "k".
-        LineCase{L"Door|10|front\nChair|5|oak\n", {{L"Door", L"10", L"front"}, {L"Chair", L"5", L"oak"}}},
+        LineCase{L"Door|10|front\nChair|5|oak\n",
+                 {{L"Door", L"10", L"front"}, {L"Chair", L"5", L"oak"}}},
         // A NUL ends the line as a C string ends; its last character before the NUL goes.
         LineCase{std::wstring(L"Door|10|fronts\0junk\n", 20), {{L"Door", L"10", L"front"}}},
-        LineCase{L"Door|10|front\nDoor|12|back\n", {{L"Door", L"10", L"front"}, {L"Door", L"12", L"back"}}}));
+        LineCase{L"Door|10|front\nDoor|12|back\n",
+                 {{L"Door", L"10", L"front"}, {L"Door", L"12", L"back"}}},
+        // Long lines are read in pieces of 999 characters, each a line of its own: the first is
+        // "N|1|" and 995 x, and loses its last character like any line.
+        LineCase{L"N|1|" + std::wstring(995, L'x') + L"TAIL|2|z\n",
+                 {{L"N", L"1", std::wstring(994, L'x')}, {L"TAIL", L"2", L"z"}}},
+        // The reader stops at its buffer's size before it can run into the end of the file.
+        LineCase{L"N|1|" + std::wstring(995, L'x'), {{L"N", L"1", std::wstring(994, L'x')}}},
+        LineCase{L"|1|" + std::wstring(995, L'x'), {}},
+        // 999 characters and the line feed leave an empty piece.
+        LineCase{L"N|1|" + std::wstring(995, L'x') + L"\nA|2|b\n",
+                 {{L"N", L"1", std::wstring(994, L'x')}, {L"A", L"2", L"b"}}}));
 
 struct ScanCase {
     std::wstring text;
@@ -77,79 +86,42 @@ INSTANTIATE_TEST_SUITE_P(
                   {2, K::Row, L"B", L"3", false, false}}},
         ScanCase{L"", {}}));
 
-TEST(PriceListLongLines, AreReadInPiecesOf999CharactersEachALineOfItsOwn) {
-    // The first piece is "N|1|" and 995 x; it loses its last character like any line.
-    const std::wstring text = L"N|1|" + std::wstring(995, L'x') + L"TAIL|2|z\n";
-    EXPECT_EQ(ParsePriceList(text), (std::vector<PriceListRow>{{L"N", L"1", std::wstring(994, L'x')},
-                                                               {L"TAIL", L"2", L"z"}}));
-}
-
-TEST(PriceListLongLines, ALastLineOfExactly999CharactersIsStillRead) {
-    // The reader stops at its buffer's size before it can run into the end of the file.
-    const std::wstring line = L"N|1|" + std::wstring(995, L'x');
-    ASSERT_EQ(line.size(), 999u);
-    EXPECT_EQ(ParsePriceList(line), (std::vector<PriceListRow>{{L"N", L"1", std::wstring(994, L'x')}}));
-    EXPECT_TRUE(ParsePriceList(line.substr(1)).empty());
-}
-
-TEST(PriceListLongLines, ALineOf999CharactersAndItsLineFeedLeavesAnEmptyPiece) {
-    const std::wstring text = L"N|1|" + std::wstring(995, L'x') + L"\nA|2|b\n";
-    EXPECT_EQ(ParsePriceList(text), (std::vector<PriceListRow>{{L"N", L"1", std::wstring(994, L'x')},
-                                                               {L"A", L"2", L"b"}}));
-}
-
 class PriceListFileTest : public ::testing::Test {
 protected:
     TempFolder m_folder;
     ScriptedEditor m_editor;
 };
 
-TEST_F(PriceListFileTest, MissingFileIsReportedAndLeavesTheRowsAlone) {
-    std::vector<PriceListRow> rows{{L"keep", L"1", L""}};
-    TextFormat format;
-    const std::wstring path = m_folder.wpath("missing.prc");
-    EXPECT_FALSE(LoadPriceListFile(path, rows, format));
-    EXPECT_EQ(rows.size(), 1u);
-    EXPECT_EQ(m_editor.calls(),
-              (std::vector<RecordedCall>{{L"acedAlert", {L"File " + path + L" could  not be opened"}}}));
-}
-
-TEST_F(PriceListFileTest, WindowsLineEndsAreReadAsLineFeedsAndWrittenBack) {
-    const std::string bytes = "Door|10|front\r\nChair|5|oak\r\n";
-    m_folder.write("win.prc", bytes);
-    std::vector<PriceListRow> rows;
-    TextFormat format;
-    ASSERT_TRUE(LoadPriceListFile(m_folder.wpath("win.prc"), rows, format));
-    EXPECT_EQ(rows, (std::vector<PriceListRow>{{L"Door", L"10", L"front"}, {L"Chair", L"5", L"oak"}}));
-    ASSERT_TRUE(SavePriceListFile(m_folder.wpath("copy.prc"), rows, format));
-    EXPECT_EQ(m_folder.read("copy.prc"), bytes);
-}
-
-TEST_F(PriceListFileTest, EightBitListLoadsByteForByteAndSavesBackIdentical) {
-    // Hebrew in code page 1255 and a Latin-1 e-acute: not valid UTF-8.
-    const std::string bytes = "Door|10|\xe3\xec\xfa\nCaf\xe9|2.5|t\xe9te\n";
-    m_folder.write("cp1255.prc", bytes);
-    std::vector<PriceListRow> rows;
-    TextFormat format;
-    ASSERT_TRUE(LoadPriceListFile(m_folder.wpath("cp1255.prc"), rows, format));
-    EXPECT_EQ(format.encoding, TextEncoding::Bytes);
-    ASSERT_EQ(rows.size(), 2u);
-    EXPECT_EQ(rows[0].description, (std::wstring{wchar_t(0xe3), wchar_t(0xec), wchar_t(0xfa)}));
-    EXPECT_EQ(rows[1].name, (std::wstring{L'C', L'a', L'f', wchar_t(0xe9)}));
-    ASSERT_TRUE(SavePriceListFile(m_folder.wpath("cp1255.prc"), rows, format));
-    EXPECT_EQ(m_folder.read("cp1255.prc"), bytes);
-}
-
-TEST_F(PriceListFileTest, Utf8ListRoundTrips) {
-    const std::string bytes = "\xd7\x93\xd7\x9c\xd7\xaa|10|\xd7\xa2\xd7\xa5\n";
-    m_folder.write("utf8.prc", bytes);
-    std::vector<PriceListRow> rows;
-    TextFormat format;
-    ASSERT_TRUE(LoadPriceListFile(m_folder.wpath("utf8.prc"), rows, format));
-    EXPECT_EQ(format.encoding, TextEncoding::Locale);
-    EXPECT_EQ(rows[0].name, L"\u05d3\u05dc\u05ea");
-    ASSERT_TRUE(SavePriceListFile(m_folder.wpath("utf8.prc"), rows, format));
-    EXPECT_EQ(m_folder.read("utf8.prc"), bytes);
+TEST_F(PriceListFileTest, ListsLoadAndSaveBackByteForByte) {
+    struct Case {
+        std::string bytes;
+        TextEncoding encoding;
+        std::vector<PriceListRow> rows;
+    };
+    const Case cases[] = {
+        {"Door|10|front\r\nChair|5|oak\r\n",
+         TextEncoding::Locale,
+         {{L"Door", L"10", L"front"}, {L"Chair", L"5", L"oak"}}},
+        // Hebrew in code page 1255 and a Latin-1 e-acute: not valid UTF-8, a byte a character.
+        {"Door|10|\xe3\xec\xfa\nCaf\xe9|2.5|t\xe9te\n",
+         TextEncoding::Bytes,
+         {{L"Door", L"10", {wchar_t(0xe3), wchar_t(0xec), wchar_t(0xfa)}},
+          {{L'C', L'a', L'f', wchar_t(0xe9)}, L"2.5", {L't', wchar_t(0xe9), L't', L'e'}}}},
+        {"\xd7\x93\xd7\x9c\xd7\xaa|10|\xd7\xa2\xd7\xa5\n",
+         TextEncoding::Locale,
+         {{L"\u05d3\u05dc\u05ea", L"10", L"\u05e2\u05e5"}}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.bytes);
+        m_folder.write("list.prc", c.bytes);
+        std::vector<PriceListRow> rows;
+        TextFormat format;
+        ASSERT_TRUE(LoadPriceListFile(m_folder.wpath("list.prc"), rows, format));
+        EXPECT_EQ(format.encoding, c.encoding);
+        EXPECT_EQ(rows, c.rows);
+        ASSERT_TRUE(SavePriceListFile(m_folder.wpath("copy.prc"), rows, format));
+        EXPECT_EQ(m_folder.read("copy.prc"), c.bytes);
+    }
 }
 
 TEST_F(PriceListFileTest, SavingSkipsEmptyRowsAndWritesIncompleteOnesAsTheyStand) {
@@ -157,20 +129,8 @@ TEST_F(PriceListFileTest, SavingSkipsEmptyRowsAndWritesIncompleteOnesAsTheyStand
                                          {L"", L"", L""}};
     ASSERT_TRUE(SavePriceListFile(m_folder.wpath("out.prc"), rows, TextFormat{}));
     EXPECT_EQ(m_folder.read("out.prc"), "||text\nDoor||\n");
-}
-
-TEST_F(PriceListFileTest, SavingOnlyEmptyRowsWritesAnEmptyFile) {
-    m_folder.write("out.prc", "old content\n");
     ASSERT_TRUE(SavePriceListFile(m_folder.wpath("out.prc"), {{L"", L"", L""}}, TextFormat{}));
     EXPECT_EQ(m_folder.read("out.prc"), "");
-}
-
-TEST_F(PriceListFileTest, UnwritableTargetIsReportedAndLeftUntouched) {
-    const std::wstring missingFolder = m_folder.wpath("no/such/folder/x.prc");
-    EXPECT_FALSE(SavePriceListFile(missingFolder, {{L"A", L"1", L""}}, TextFormat{}));
-    EXPECT_EQ(m_editor.calls(),
-              (std::vector<RecordedCall>{
-                  {L"acedAlert", {L"File " + missingFolder + L" could  not be opened"}}}));
 }
 
 TEST_F(PriceListFileTest, SavingKeepsTheFilePermissions) {

@@ -8,22 +8,25 @@
 
 namespace {
 
-TEST(SettingsPaths, AModulePathWithoutFolderGivesPathsInTheCurrentFolder) {
-    const auto paths = MakeSettingsPaths(L"Tarnwick.arx", kPriceListSettingsFile, true);
-    EXPECT_EQ(paths.widths, L"tarnwick1.set");
-    EXPECT_EQ(paths.fileName, L"filename.set");
-}
-
-TEST(SettingsPaths, EveryOccurrenceOfTheModuleNameIsReplaced) {
-    const auto paths = MakeSettingsPaths(L"c:\\tools\\x.arx\\x.arx", kPriceListSettingsFile, true);
-    EXPECT_EQ(paths.widths, L"c:\\tools\\tarnwick1.set\\tarnwick1.set");
-    EXPECT_EQ(paths.fileName, L"c:\\tools\\filename.set\\filename.set");
-}
-
-TEST(SettingsPaths, TheStatedRuleLowerCasesAndPrefersTheSlash) {
-    const auto paths = MakeSettingsPaths(L"C:\\Acad\\Tools/Tarnwick.ARX", kCalculationSettingsFile, true);
-    EXPECT_EQ(paths.widths, L"c:\\acad\\tools/tarnwick2.set");
-    EXPECT_EQ(paths.fileName, L"c:\\acad\\tools/filename.set");
+TEST(SettingsPaths, TheStatedRuleReplacesEveryModuleNameLowerCasesAndPrefersTheSlash) {
+    struct Case {
+        const wchar_t* module;
+        const wchar_t* settingsFile;
+        const wchar_t* widths;
+        const wchar_t* fileName;
+    };
+    const Case cases[] = {
+        {L"Tarnwick.arx", kPriceListSettingsFile, L"tarnwick1.set", L"filename.set"},
+        {L"c:\\tools\\x.arx\\x.arx", kPriceListSettingsFile,
+         L"c:\\tools\\tarnwick1.set\\tarnwick1.set", L"c:\\tools\\filename.set\\filename.set"},
+        {L"C:\\Acad\\Tools/Tarnwick.ARX", kCalculationSettingsFile,
+         L"c:\\acad\\tools/tarnwick2.set", L"c:\\acad\\tools/filename.set"},
+    };
+    for (const Case& c : cases) {
+        const auto paths = MakeSettingsPaths(c.module, c.settingsFile, true);
+        EXPECT_EQ(paths.widths, c.widths);
+        EXPECT_EQ(paths.fileName, c.fileName);
+    }
 }
 
 TEST(SettingsPaths, HereFileNamesKeepTheirCase) {
@@ -55,15 +58,6 @@ protected:
     TempFolder m_folder;
 };
 
-TEST_F(SettingsContents, WidthsAreNumbersEachFollowedByOneBlank) {
-    const int widths[] = {120, 40, 160};
-    ASSERT_TRUE(WriteColumnWidths(m_folder.wpath("tarnwick1.set"), widths, 3));
-    EXPECT_EQ(m_folder.read("tarnwick1.set"), "120 40 160 ");
-    int read[3] = {-1, -1, -1};
-    ASSERT_TRUE(ReadColumnWidths(m_folder.wpath("tarnwick1.set"), read, 3));
-    EXPECT_EQ(std::vector<int>(read, read + 3), (std::vector<int>{120, 40, 160}));
-}
-
 TEST_F(SettingsContents, WidthsReadAsTheIntegerFormatReadsThem) {
     m_folder.write("w.set", "0x10\n010 -5 oops 7");
     int read[5] = {-1, -1, -1, -1, -1};
@@ -72,27 +66,15 @@ TEST_F(SettingsContents, WidthsReadAsTheIntegerFormatReadsThem) {
     EXPECT_FALSE(ReadColumnWidths(m_folder.wpath("missing.set"), read, 5));
 }
 
-TEST_F(SettingsContents, AFileNameWithABlankIsWrittenWholeAndReadBackCut) {
-    ASSERT_TRUE(WriteFileNameSetting(m_folder.wpath("filename.set"), L"c:\\my prices\\a.prc"));
-    EXPECT_EQ(m_folder.read("filename.set"), "c:\\my prices\\a.prc");
-    std::wstring name = L"unchanged";
-    ASSERT_TRUE(ReadFileNameSetting(m_folder.wpath("filename.set"), name));
-    EXPECT_EQ(name, L"c:\\my");
-}
-
-TEST_F(SettingsContents, AFileNameIsBoundedToItsBuffer) {
+TEST_F(SettingsContents, AFileNameIsBoundedToItsBufferAndAnEmptyOrMissingFileLeavesItAlone) {
     m_folder.write("filename.set", "  " + std::string(150, 'p'));
     std::wstring name;
     ASSERT_TRUE(ReadFileNameSetting(m_folder.wpath("filename.set"), name));
     EXPECT_EQ(name, std::wstring(99, L'p'));
-}
-
-TEST_F(SettingsContents, AnEmptyOrMissingFileLeavesTheNameAlone) {
     m_folder.write("filename.set", " \n");
-    std::wstring name = L"kept";
     EXPECT_TRUE(ReadFileNameSetting(m_folder.wpath("filename.set"), name));
     EXPECT_FALSE(ReadFileNameSetting(m_folder.wpath("missing.set"), name));
-    EXPECT_EQ(name, L"kept");
+    EXPECT_EQ(name, std::wstring(99, L'p'));
 }
 
 }  // namespace

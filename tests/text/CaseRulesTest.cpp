@@ -89,16 +89,6 @@ TEST(Numbers, IntegerConversionStopsAtTheFirstNonDigit) {
     EXPECT_EQ(WToL(L"  +42 rows"), 42L);
 }
 
-TEST(Numbers, DecimalConversionIgnoresTheLocaleAndTrailingText) {
-    EXPECT_DOUBLE_EQ(WToF(L"12.5"), 12.5);
-    EXPECT_DOUBLE_EQ(WToF(L"  3.25 EUR"), 3.25);
-    EXPECT_DOUBLE_EQ(WToF(L"1e3"), 1000.0);
-    EXPECT_DOUBLE_EQ(WToF(L"ten"), 0.0);
-    EXPECT_DOUBLE_EQ(WToF(L"12,5"), 12.0);
-    EXPECT_DOUBLE_EQ(WToF(L""), 0.0);
-    EXPECT_DOUBLE_EQ(WToF(L"7\u00A0€"), 7.0);
-}
-
 TEST(Numbers, ShortestFormReadsBackAsTheSameNumber) {
     EXPECT_EQ(FormatShortest(0.1), L"0.1");
     EXPECT_EQ(FormatShortest(3096.9000000000015), L"3096.9000000000015");

@@ -36,20 +36,23 @@ INSTANTIATE_TEST_SUITE_P(
                       DecodeCase{std::string("a\0b", 3), TextEncoding::Locale, 3}));
 
 TEST(TextFormats, ByteOrderMarkAndLineEndsAreKept) {
-    const std::string bytes = "\xef\xbb\xbf" "Door|10|x\r\nA|1|\r\n";
-    TextFormat format;
-    EXPECT_EQ(DecodeText(bytes, format), L"Door|10|x\nA|1|\n");
-    EXPECT_TRUE(format.byteOrderMark);
-    EXPECT_TRUE(format.crlf);
-    EXPECT_EQ(EncodeText(L"Door|10|x\nA|1|\n", format), bytes);
-}
-
-TEST(TextFormats, MixedLineEndsKeepTheirCarriageReturns) {
-    const std::string bytes = "a|1|x\r\nb|2|y\n";
-    TextFormat format;
-    EXPECT_EQ(DecodeText(bytes, format), L"a|1|x\r\nb|2|y\n");
-    EXPECT_FALSE(format.crlf);
-    EXPECT_EQ(EncodeText(L"a|1|x\r\nb|2|y\n", format), bytes);
+    struct Case {
+        std::string bytes;
+        std::wstring text;
+        bool bom, crlf;
+    };
+    const Case cases[] = {{"\xef\xbb\xbf"
+                           "Door|10|x\r\nA|1|\r\n",
+                           L"Door|10|x\nA|1|\n", true, true},
+                          // Mixed line ends keep their carriage returns.
+                          {"a|1|x\r\nb|2|y\n", L"a|1|x\r\nb|2|y\n", false, false}};
+    for (const Case& c : cases) {
+        TextFormat format;
+        EXPECT_EQ(DecodeText(c.bytes, format), c.text);
+        EXPECT_EQ(format.byteOrderMark, c.bom);
+        EXPECT_EQ(format.crlf, c.crlf);
+        EXPECT_EQ(EncodeText(c.text, format), c.bytes);
+    }
 }
 
 TEST(TextFormats, CharactersBeyondOneByteKeepTheirUtf8FormInAByteFile) {
