@@ -1,7 +1,6 @@
-// The mapping between drawing and pixels, and the exclusive-or rules of the overlay vectors.
+// The mapping between drawing and pixels. (The overlay vectors: the drawing view's tests.)
 #include <gtest/gtest.h>
 
-#include "host/desktop/view/overlayvectors.h"
 #include "host/desktop/view/viewtransform.h"
 
 namespace {
@@ -47,29 +46,6 @@ TEST(ViewTransform, FitShowsTheWholeRectangle) {
     EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 2.0);
     view.fit(SceneRect{});
     EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 2.0);
-}
-
-TEST(OverlayVectors, ExclusiveOrInkTakesAVectorAwayWhenDrawnAgain) {
-    OverlayVectors vectors;
-    const OverlayVector a{{0, 0}, {10, 0}, -1, false};
-    const OverlayVector b{{10, 0}, {10, 5}, -1, false};
-    vectors.draw(a);
-    vectors.draw(b);
-    EXPECT_EQ(vectors.vectors().size(), 2u);
-    vectors.draw(a);
-    EXPECT_EQ(vectors.vectors(), std::vector<OverlayVector>{b});
-    // The same vector the other way round covers the same pixels.
-    vectors.draw({{10, 5}, {10, 0}, -1, true});
-    EXPECT_TRUE(vectors.isEmpty());
-    // Ink of a colour stays, however often it is drawn.
-    const OverlayVector red{{0, 0}, {1, 1}, 1, false};
-    vectors.draw(red);
-    vectors.draw(red);
-    EXPECT_EQ(vectors.vectors().size(), 2u);
-    vectors.draw({{0, 0}, {1, 1}, -1, false});
-    EXPECT_EQ(vectors.vectors().size(), 3u);
-    vectors.clear();
-    EXPECT_TRUE(vectors.isEmpty());
 }
 
 }  // namespace
