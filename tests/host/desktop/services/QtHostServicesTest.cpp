@@ -115,14 +115,4 @@ TEST(QtHostDialogs, AnExistingFileIsWhatOpenAccepts) {
     EXPECT_EQ(path, folder.wpath("doors.prc"));
 }
 
-TEST(QtHostDialogs, TheAlertShowsTheMessageWithoutItsLeadingLineBreak) {
-    QString shown;
-    whenModal([&shown](QWidget* modal) {
-        shown = qobject_cast<QMessageBox*>(modal)->text();
-        clickButton(modal, QMessageBox::Ok);
-    });
-    EXPECT_EQ(showAlertBox(nullptr, L"\nCannot open the object INSERT"), RTNORM);
-    EXPECT_EQ(shown, "Cannot open the object INSERT");
-}
-
 }  // namespace

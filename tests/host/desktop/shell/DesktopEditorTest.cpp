@@ -15,11 +15,6 @@
 
 namespace {
 
-// Where a drawing point lands once it has gone through a pixel of the view.
-AcGePoint3d throughPixel(MainWindow& window, const AcGePoint3d& point) {
-    return onPixel(window, point);
-}
-
 class DesktopEditorTest : public ::testing::Test {
 protected:
     void SetUp() override {
@@ -32,12 +27,16 @@ protected:
     void openFloorPlan() {
         ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(kFloorPlan.string())));
     }
+    void openR12() {
+        ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(
+            (kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf").string())));
+    }
 
     std::unique_ptr<MainWindow> m_window;
     std::unique_ptr<PromptDriver> m_driver;
 };
 
-TEST_F(DesktopEditorTest, ATypedPointAnswersThePointPrompt) {
+TEST_F(DesktopEditorTest, TypedPointsAnswerThePointPromptAndAnythingElseIsAskedAgain) {
     m_driver->type(QStringLiteral("10,20")).type(QStringLiteral("1.5,-2,3"));
     ads_point point;
     ASSERT_EQ(acedGetPoint(nullptr, L"\nFirst point: ", point), RTNORM);
@@ -48,14 +47,17 @@ TEST_F(DesktopEditorTest, ATypedPointAnswersThePointPrompt) {
         << history().toStdString();
     EXPECT_EQ(m_driver->prompts(),
               (QStringList{QStringLiteral("First point: "), QStringLiteral("Second point: ")}));
-}
-
-TEST_F(DesktopEditorTest, RelativePointsStartFromTheBasePoint) {
+    // Relative points start from the base point.
     m_driver->type(QStringLiteral("@2,-1"));
     const ads_point base{5, 5, 0};
-    ads_point point;
     ASSERT_EQ(acedGetPoint(&base, L"\nTo point: ", point), RTNORM);
     EXPECT_EQ(point, (ads_point{7, 4, 0}));
+    // Text that is no point is asked again; Esc cancels.
+    m_driver->type(QStringLiteral("here")).type(QStringLiteral("1,2")).escape();
+    ASSERT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNORM);
+    EXPECT_TRUE(history().contains(QStringLiteral("Corner: here\nInvalid point.\nCorner: 1,2")));
+    EXPECT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTCAN);
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Corner: *Cancel*\n")));
 }
 
 TEST_F(DesktopEditorTest, InitGetOneRefusesAnEmptyAnswer) {
@@ -72,26 +74,12 @@ TEST_F(DesktopEditorTest, InitGetOneRefusesAnEmptyAnswer) {
     EXPECT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNONE);
 }
 
-TEST_F(DesktopEditorTest, TextThatIsNoPointIsAskedAgain) {
-    m_driver->type(QStringLiteral("here")).type(QStringLiteral("1,2"));
-    ads_point point;
-    ASSERT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNORM);
-    EXPECT_TRUE(history().contains(QStringLiteral("Corner: here\nInvalid point.\nCorner: 1,2")));
-}
-
-TEST_F(DesktopEditorTest, EscCancelsThePrompt) {
-    m_driver->escape();
-    ads_point point;
-    EXPECT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTCAN);
-    EXPECT_TRUE(history().endsWith(QStringLiteral("Corner: *Cancel*\n")));
-}
-
 TEST_F(DesktopEditorTest, AClickInTheViewPicksThePoint) {
     const AcGePoint3d target{3, 4, 0};
     m_driver->click(target);
     ads_point point;
     ASSERT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNORM);
-    EXPECT_EQ(point, throughPixel(*m_window, target));
+    EXPECT_EQ(point, onPixel(*m_window, target));
 }
 
 TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
@@ -107,10 +95,10 @@ TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
     resbuf result;
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 5);
-    EXPECT_EQ(result.resval.rpoint, throughPixel(*m_window, moved));
+    EXPECT_EQ(result.resval.rpoint, onPixel(*m_window, moved));
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 3);
-    EXPECT_EQ(result.resval.rpoint, throughPixel(*m_window, picked));
+    EXPECT_EQ(result.resval.rpoint, onPixel(*m_window, picked));
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 2);
     EXPECT_EQ(result.resval.rint, 13);
@@ -124,8 +112,8 @@ TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
     // The status line follows the cursor.
     EXPECT_EQ(m_window->cursorPosition().text(),
               QStringLiteral("%1, %2")
-                  .arg(throughPixel(*m_window, picked).x, 0, 'f', 4)
-                  .arg(throughPixel(*m_window, picked).y, 0, 'f', 4));
+                  .arg(onPixel(*m_window, picked).x, 0, 'f', 4)
+                  .arg(onPixel(*m_window, picked).y, 0, 'f', 4));
 }
 
 TEST_F(DesktopEditorTest, InputThatComesBeforeTheNextPromptWaitsForIt) {
@@ -143,7 +131,7 @@ TEST_F(DesktopEditorTest, InputThatComesBeforeTheNextPromptWaitsForIt) {
     EXPECT_EQ(type, 5);
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 3);
-    EXPECT_EQ(result.resval.rpoint, throughPixel(*m_window, picked));
+    EXPECT_EQ(result.resval.rpoint, onPixel(*m_window, picked));
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 2);
     EXPECT_EQ(m_driver->prompts().size(), 1);
@@ -238,7 +226,7 @@ std::vector<AcDbObjectId> selectionOf(const ads_name& set) {
 
 const std::vector<resbuf> kInsertsOnly{resbuf::groupCode(0, L"INSERT")};
 
-TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInside) {
+TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInsideAndTheFilterNarrows) {
     openFloorPlan();
     // The lower row of desks and chairs lies wholly inside; the door at (5,0) and the window at
     // (8,0) do not.
@@ -255,6 +243,15 @@ TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInside) {
         history().contains(QStringLiteral("Select objects: W\nSpecify first corner: 1,1.5\nSpecify "
                                           "opposite corner: 10,4\n6 found\nSelect objects: \n")))
         << history().toStdString();
+    // A crossing, narrowed by block name.
+    const std::vector<resbuf> doors{resbuf::groupCode(0, L"INSERT"), resbuf::groupCode(2, L"DOOR")};
+    m_driver->type(QStringLiteral("C"))
+        .type(QStringLiteral("20,20"))
+        .type(QStringLiteral("-1,-1"))
+        .type(QString());
+    ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &doors, set), RTNORM);
+    EXPECT_EQ(selectionOf(set),
+              referencesWithin(m_window->shell().drawing().document(), -1, -1, 20, 20, L"DOOR"));
 }
 
 TEST_F(DesktopEditorTest, PicksAndImpliedWindowsAddUp) {
@@ -274,19 +271,6 @@ TEST_F(DesktopEditorTest, PicksAndImpliedWindowsAddUp) {
         expected.push_back(id);
     EXPECT_EQ(selectionOf(set), expected);
     EXPECT_EQ(expected.size(), 2u);
-}
-
-TEST_F(DesktopEditorTest, TheFilterNarrowsBySelectedBlockName) {
-    openFloorPlan();
-    const std::vector<resbuf> doors{resbuf::groupCode(0, L"INSERT"), resbuf::groupCode(2, L"DOOR")};
-    m_driver->type(QStringLiteral("C"))
-        .type(QStringLiteral("20,20"))
-        .type(QStringLiteral("-1,-1"))
-        .type(QString());
-    ads_name set;
-    ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &doors, set), RTNORM);
-    EXPECT_EQ(selectionOf(set),
-              referencesWithin(m_window->shell().drawing().document(), -1, -1, 20, 20, L"DOOR"));
 }
 
 TEST_F(DesktopEditorTest, EscCancelsTheSelectionAndNothingSelectedIsAnError) {
@@ -330,8 +314,7 @@ std::vector<resbuf> insertArguments(const wchar_t* block, const ads_point& at, d
 }
 
 TEST_F(DesktopEditorTest, InsertWithAttreqOffTakesTheDefaultsSilentlyWhenEchoIsOff) {
-    ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(
-        (kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf").string())));
+    openR12();
     DxfDocument& document = m_window->shell().drawing().document();
     const std::size_t before = document.blockReferences(DxfSpace::Model).size();
     const std::size_t defaults = occurrences(document.toBytes(), "\n  1\n90\n");
@@ -351,8 +334,7 @@ TEST_F(DesktopEditorTest, InsertWithAttreqOffTakesTheDefaultsSilentlyWhenEchoIsO
 }
 
 TEST_F(DesktopEditorTest, InsertWithAttreqOnWantsTheAttributeValues) {
-    ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(
-        (kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf").string())));
+    openR12();
     DxfDocument& document = m_window->shell().drawing().document();
     const std::size_t before = document.blockReferences(DxfSpace::Model).size();
     // Too few arguments: the command is cancelled, not left waiting.
