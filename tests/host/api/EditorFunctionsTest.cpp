@@ -8,8 +8,13 @@
 
 namespace {
 
-TEST(EditorFunctions, WithoutAnEditorEveryCallFails) {
+TEST(EditorFunctions, WithoutAnEditorEveryCallFailsAndTheScriptedOneUninstallsItself) {
+    {
+        ScriptedEditor editor;
+        EXPECT_EQ(acedEditor(), &editor);
+    }
     ASSERT_EQ(acedEditor(), nullptr);
+    EXPECT_EQ(adsw_acadMainWnd(), nullptr);
     resbuf result;
     EXPECT_EQ(acedGetFileD(L"Open", L"", L"prc", 2, &result), RTERROR);
     EXPECT_EQ(acedAlert(L"x"), RTERROR);
@@ -33,7 +38,7 @@ TEST(EditorFunctions, FileDialogPassesItsArgumentsAndReturnsThePath) {
                                          {L"acedGetFileD", {L"Save as", L"", L"txt", L"1"}}}));
 }
 
-TEST(EditorFunctions, SelectionSetsHandOutEntityNamesUntilFreed) {
+TEST(EditorFunctions, SelectionSetsHandOutEntityNamesUntilFreedOrCancelled) {
     ScriptedEditor editor;
     editor.answerSelection(RTNORM, {AcDbObjectId(7), AcDbObjectId(9)});
     ads_name set;
@@ -55,14 +60,9 @@ TEST(EditorFunctions, SelectionSetsHandOutEntityNamesUntilFreed) {
     EXPECT_EQ(acedSSLength(set, &length), RTERROR);
     EXPECT_EQ(acedSSFree(set), RTERROR);
     EXPECT_EQ(editor.calls().front(), (RecordedCall{L"acedSSGet", {L"(null)", L"0=INSERT"}}));
-}
-
-TEST(EditorFunctions, CancelledSelectionMakesNoSet) {
-    ScriptedEditor editor;
+    // A cancelled selection makes no set.
     editor.answerSelection(RTCAN);
-    ads_name set;
     EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, nullptr, set), RTCAN);
-    std::int32_t length = -1;
     EXPECT_EQ(acedSSLength(set, &length), RTERROR);
 }
 
@@ -84,15 +84,6 @@ TEST(EditorFunctions, VariablesRoundTripThroughTheEditor) {
     const resbuf zero = resbuf::shortValue(0);
     EXPECT_EQ(acedSetVar(L"OSMODE", &zero), RTNORM);
     EXPECT_EQ(editor.variable(L"OSMODE")->resval.rint, 0);
-}
-
-TEST(EditorFunctions, TheScriptedEditorUninstallsItself) {
-    {
-        ScriptedEditor editor;
-        EXPECT_EQ(acedEditor(), &editor);
-    }
-    EXPECT_EQ(acedEditor(), nullptr);
-    EXPECT_EQ(adsw_acadMainWnd(), nullptr);
 }
 
 }  // namespace

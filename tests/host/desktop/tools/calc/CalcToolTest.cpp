@@ -110,12 +110,22 @@ TEST_F(CalcToolTest, InsertPutsTheTableAtTheTypedCornerIntoACopy) {
     EXPECT_TRUE(m_alerts.empty());
 }
 
-TEST_F(CalcToolTest, ATypedLowerRightCornerScalesTheTable) {
+TEST_F(CalcToolTest, ATypedLowerRightCornerScalesTheTableAndMinusOCanNameTheInput) {
     // Ten rows and the headings make the table 33 units high: 66 units down is scale 2.
-    m_typed = {"21,9", "21,-57"};
-    const auto watch = Click(IDC_REPORT_INSERT);
-    EXPECT_EQ(Run(Plan({"-o", m_folder.path("scaled.dxf")})), kCalcToolOk);
-    EXPECT_EQ(Check("scaled.dxf", {"QTB0001", "--", "QTB0001", "21", "9", "2"}), "ok\n");
+    const struct {
+        std::deque<std::string> typed;
+        const char* output;
+        std::vector<std::string> expected;
+    } cases[] = {
+        {{"21,9", "21,-57"}, "scaled.dxf", {"QTB0001", "--", "QTB0001", "21", "9", "2"}},
+        {{"-10,12", ""}, "floorplan.dxf", {"QTB0001", "--", "QTB0001", "-10", "12", "1"}},
+    };
+    for (const auto& c : cases) {
+        m_typed = c.typed;
+        const auto watch = Click(IDC_REPORT_INSERT);
+        EXPECT_EQ(Run(Plan({"-o", m_folder.path(c.output)})), kCalcToolOk);
+        EXPECT_EQ(Check(c.output, c.expected), "ok\n");
+    }
 }
 
 TEST_F(CalcToolTest, AnythingButAPointIsAskedAgain) {
@@ -200,13 +210,6 @@ TEST_F(CalcToolTest, ADrawingThatCannotBeSavedIsLeftUntouched) {
          std::filesystem::directory_iterator(m_folder.path("")))
         ++entries;
     EXPECT_EQ(entries, 4u);  // the drawing, the list, the settings and taken.dxf: no leftovers
-}
-
-TEST_F(CalcToolTest, MinusONamingTheInputWritesOverIt) {
-    m_typed = {"-10,12", ""};
-    const auto watch = Click(IDC_REPORT_INSERT);
-    EXPECT_EQ(Run(Plan({"-o", m_folder.path("floorplan.dxf")})), kCalcToolOk);
-    EXPECT_EQ(Check("floorplan.dxf", {"QTB0001", "--", "QTB0001", "-10", "12", "1"}), "ok\n");
 }
 
 struct ErrorCase {
