@@ -7,6 +7,7 @@
 
 #include "tests/RunProcess.h"
 #include "tests/TempFolder.h"
+#include "tests/host/TestName.h"
 
 namespace {
 
@@ -190,11 +191,7 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"no list", {"bom", "@floorplan.dxf"}, 2, "tarnwick: bom needs --prices LIST"},
         ErrorCase{"bad corner", {"bom", "@floorplan.dxf", "--prices", "@prices.prc", "--table-at", "1;2"}, 2,
                   "tarnwick: --table-at wants X,Y"}),
-    [](const ::testing::TestParamInfo<ErrorCase>& info) {
-        std::string name = info.param.what;
-        for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-        return name;
-    });
+    [](const auto& info) { return testName(info.param.what); });
 
 TEST(ConsoleUsage, HelpAndVersionExitZeroAndNothingExitsTwo) {
     ProcessResult result = runProcess(kTarnwick, {"--help"});

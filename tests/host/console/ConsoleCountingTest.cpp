@@ -7,6 +7,7 @@
 #include "tests/TempFolder.h"
 #include "tests/host/DrawingFixture.h"
 #include "tests/host/EncodedNameDrawings.h"
+#include "tests/host/TestName.h"
 #include "tests/host/Utf8.h"
 
 namespace {
@@ -137,11 +138,7 @@ TEST_P(ConsoleEncodedNames, CountAsTheListSpellsThemInAnotherCase) {
 }
 
 INSTANTIATE_TEST_SUITE_P(CodePages, ConsoleEncodedNames, ::testing::ValuesIn(encodedNameDrawings()),
-                         [](const auto& info) {
-                             std::string name = info.param.file.substr(0, info.param.file.find('.'));
-                             for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-                             return name;
-                         });
+                         [](const auto& info) { return testName(info.param.file); });
 
 TEST(ConsoleEncodedNamesBlocks, ListsNamesInTheirOrderWithCountsUnderAnyCase) {
     TempFolder folder;

@@ -44,9 +44,8 @@ TEST_P(DxfDynamicBlockLinks, NameTheRecordTheVariantWasMadeFrom) {
     for (const auto& link : document->dynamicBlockLinks())
         links.emplace_back(nameOf(*document, link.anonymous), nameOf(*document, link.dynamic));
     using Links = std::vector<std::pair<std::wstring, std::wstring>>;
-    EXPECT_EQ(links, GetParam() == FixtureVersion::R12
-                         ? Links{}
-                         : Links{{L"*U1", L"Chair"}, {L"*U2", L"Chair"}, {L"*U3", L"(none)"}});
+    const Links expected{{L"*U1", L"Chair"}, {L"*U2", L"Chair"}, {L"*U3", L"(none)"}};
+    EXPECT_EQ(links, GetParam() == FixtureVersion::R12 ? Links() : expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Versions, DxfDynamicBlockLinks,

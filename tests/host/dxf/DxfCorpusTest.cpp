@@ -92,8 +92,8 @@ TEST_F(DxfCorpus, EveryFileIsKeptByteForByteAndAgreesWithTheManifest) {
         const auto model = document.blockReferences(DxfSpace::Model);
         for (const DxfReference& reference : model) ++counts[asciiLower(reference.blockName)];
         const auto found = figures.references.find(name);
-        EXPECT_EQ(counts, found == figures.references.end() ? std::map<std::string, int>()
-                                                            : found->second)
+        EXPECT_EQ(counts, (found == figures.references.end() ? std::map<std::string, int>()
+                                                             : found->second))
             << name;
         const auto paper = document.blockReferences(DxfSpace::Paper);
         EXPECT_EQ(static_cast<int>(model.size() + paper.size()), figures.totals.at(name)) << name;
@@ -104,8 +104,8 @@ TEST_F(DxfCorpus, EveryFileIsKeptByteForByteAndAgreesWithTheManifest) {
             if (!block.starts_with(L"*")) blocks.insert(utf8(block));
         }
         const auto named = figures.blocks.find(name);
-        EXPECT_EQ(blocks, named == figures.blocks.end() ? std::multiset<std::string>()
-                                                        : named->second)
+        EXPECT_EQ(blocks, (named == figures.blocks.end() ? std::multiset<std::string>()
+                                                         : named->second))
             << name;
         ++compared;
     }

@@ -10,6 +10,7 @@
 #include "host/scripted/scriptededitor.h"
 #include "inventory/BlockNamesCont.h"
 #include "tests/host/EncodedNameDrawings.h"
+#include "tests/host/TestName.h"
 #include "text/CaseRules.h"
 
 namespace {
@@ -61,11 +62,7 @@ TEST_P(DxfEncodedNames, AreFoundInTheBlockTableInAnyCaseWhateverTheLocale) {
 }
 
 INSTANTIATE_TEST_SUITE_P(CodePages, DxfEncodedNames, ::testing::ValuesIn(encodedNameDrawings()),
-                         [](const auto& info) {
-                             std::string name = info.param.file.substr(0, info.param.file.find('.'));
-                             for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-                             return name;
-                         });
+                         [](const auto& info) { return testName(info.param.file); });
 
 TEST(DxfEncodedTableNames, TheNextTableNumberCountsEscapedAndLowerCaseNames) {
     FixtureDrawing drawing;

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "host/dxf/dxftagfile.h"
+#include "tests/host/TestName.h"
 
 namespace {
 
@@ -85,11 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {0},
                   false},
         AsciiCase{"blank handle", "  0\nLINE\n  5\n\n", {{0, "LINE"}, {5, ""}}, {0}, false}),
-    [](const auto& info) {
-        std::string name = info.param.name;
-        for (char& ch : name) ch = std::isalnum(static_cast<unsigned char>(ch)) ? ch : '_';
-        return name;
-    });
+    [](const auto& info) { return testName(info.param.name); });
 
 struct RefusedCase {
     std::string input;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/desktop/scene/drawingscene.h"
+#include "tests/host/TestName.h"
 #include "tests/host/desktop/SceneTestSupport.h"
 
 namespace {
@@ -134,13 +135,7 @@ TEST_P(SceneGeometry, EntityBecomesPrimitivesInItsBox) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Entities, SceneGeometry, ::testing::ValuesIn(kGeometry),
-                         [](const auto& info) {
-                             std::string name = info.param.name;
-                             for (char& c : name) {
-                                 if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-                             }
-                             return name;
-                         });
+                         [](const auto& info) { return testName(info.param.name); });
 
 TEST(SceneGeometryEdges, WhatTheViewDoesNotDrawIsLeftOut) {
     const auto document = readTestDrawing(testDrawing(

@@ -16,6 +16,7 @@
 #include "tests/ModalDialogs.h"
 #include "tests/RunProcess.h"
 #include "tests/TempFolder.h"
+#include "tests/host/TestName.h"
 
 namespace {
 
@@ -269,13 +270,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {"@corrupt.dxf"},
                   1,
                   "@corrupt.dxf:8: expected a number for group code 10, found \"not a number\""}),
-    [](const ::testing::TestParamInfo<ErrorCase>& info) {
-        std::string name = info.param.what;
-        for (char& c : name) {
-            if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-        }
-        return name;
-    });
+    [](const auto& info) { return testName(info.param.what); });
 
 TEST(CalcToolProgram, AnswersHelpAndBadUsageFromTheCommandLine) {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
