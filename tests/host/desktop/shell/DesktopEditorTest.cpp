@@ -15,25 +15,9 @@
 
 namespace {
 
-class DesktopEditorTest : public ::testing::Test {
+class DesktopEditorTest : public ShellTest {
 protected:
-    void SetUp() override {
-        m_window = makeWindow();
-        m_driver = std::make_unique<PromptDriver>(*m_window);
-    }
-    void TearDown() override { EXPECT_TRUE(m_driver->finished()) << "input left over"; }
-
-    QString history() { return m_window->commandLine().history(); }
-    void openFloorPlan() {
-        ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(kFloorPlan.string())));
-    }
-    void openR12() {
-        ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(
-            (kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf").string())));
-    }
-
-    std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<PromptDriver> m_driver;
+    void openR12() { open(kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf"); }
 };
 
 TEST_F(DesktopEditorTest, TypedPointsAnswerThePointPromptAndAnythingElseIsAskedAgain) {
@@ -236,7 +220,7 @@ TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInsideAndTheFilterNarr
         .type(QString());
     ads_name set;
     ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &kInsertsOnly, set), RTNORM);
-    const auto expected = referencesWithin(m_window->shell().drawing().document(), 1, 1.5, 10, 4);
+    const auto expected = referencesWithin(shell().drawing().document(), 1, 1.5, 10, 4);
     EXPECT_EQ(expected.size(), 6u);
     EXPECT_EQ(selectionOf(set), expected);
     EXPECT_TRUE(
@@ -251,12 +235,12 @@ TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInsideAndTheFilterNarr
         .type(QString());
     ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &doors, set), RTNORM);
     EXPECT_EQ(selectionOf(set),
-              referencesWithin(m_window->shell().drawing().document(), -1, -1, 20, 20, L"DOOR"));
+              referencesWithin(shell().drawing().document(), -1, -1, 20, 20, L"DOOR"));
 }
 
 TEST_F(DesktopEditorTest, PicksAndImpliedWindowsAddUp) {
     openFloorPlan();
-    const DxfDocument& document = m_window->shell().drawing().document();
+    const DxfDocument& document = shell().drawing().document();
     // A pick on the door at (5,0), a pick on nothing that starts a window to the left (a crossing),
     // and the door again, which is no new entity.
     m_driver->click({5, 0, 0})
@@ -315,7 +299,7 @@ std::vector<resbuf> insertArguments(const wchar_t* block, const ads_point& at, d
 
 TEST_F(DesktopEditorTest, InsertWithAttreqOffTakesTheDefaultsSilentlyWhenEchoIsOff) {
     openR12();
-    DxfDocument& document = m_window->shell().drawing().document();
+    DxfDocument& document = shell().drawing().document();
     const std::size_t before = document.blockReferences(DxfSpace::Model).size();
     const std::size_t defaults = occurrences(document.toBytes(), "\n  1\n90\n");
     const resbuf zero = resbuf::shortValue(0);
@@ -335,7 +319,7 @@ TEST_F(DesktopEditorTest, InsertWithAttreqOffTakesTheDefaultsSilentlyWhenEchoIsO
 
 TEST_F(DesktopEditorTest, InsertWithAttreqOnWantsTheAttributeValues) {
     openR12();
-    DxfDocument& document = m_window->shell().drawing().document();
+    DxfDocument& document = shell().drawing().document();
     const std::size_t before = document.blockReferences(DxfSpace::Model).size();
     // Too few arguments: the command is cancelled, not left waiting.
     EXPECT_EQ(acedCommandS(insertArguments(L"DOOR", {3, 4, 0}, 1.0)), RTCAN);
@@ -360,7 +344,7 @@ TEST_F(DesktopEditorTest, CommandsThatDoNotExistAreRejected) {
 
 // Files at the command line (FILEDIA 0).
 
-TEST_F(DesktopEditorTest, AFileIsTypedWithItsExtensionAddedAndTheDefaultOnEnter) {
+TEST_F(DesktopEditorTest, AFileIsTypedWithItsExtensionAddedTheDefaultOnEnterAndCancelledIfMissing) {
     TempFolder folder;
     folder.write("doors.prc", "Door|450|Interior door\n");
     const QString doors = QString::fromStdString(folder.path("doors"));
@@ -370,20 +354,14 @@ TEST_F(DesktopEditorTest, AFileIsTypedWithItsExtensionAddedAndTheDefaultOnEnter)
     EXPECT_EQ(result.resval.rstring, folder.wpath("doors.prc"));
     ASSERT_EQ(acedGetFileD(L"Open", folder.wpath("doors.prc").c_str(), L"prc", 2, &result), RTNORM);
     EXPECT_EQ(result.resval.rstring, folder.wpath("doors.prc"));
-}
-
-TEST_F(DesktopEditorTest, AMissingFileOrAnUnwantedReplacementIsACancel) {
-    TempFolder folder;
-    folder.write("doors.prc", "Door|450|Interior door\n");
+    // A missing file or an unwanted replacement is a cancel.
     const QString missing = QString::fromStdString(folder.path("missing.prc"));
-    const QString doors = QString::fromStdString(folder.path("doors.prc"));
     m_driver->type(missing)
-        .type(doors)
+        .type(doors + QStringLiteral(".prc"))
         .type(QStringLiteral("N"))
-        .type(doors)
+        .type(doors + QStringLiteral(".prc"))
         .type(QStringLiteral("y"))
         .escape();
-    resbuf result;
     EXPECT_EQ(acedGetFileD(L"Open", L"", L"prc", 2, &result), RTERROR);
     EXPECT_TRUE(history().contains(QStringLiteral("Cannot find \"%1\".").arg(missing)));
     EXPECT_EQ(acedGetFileD(L"Save", L"", L"prc", 1, &result), RTERROR);

@@ -18,17 +18,8 @@ const std::filesystem::path kChecker =
 
 QString path(const std::filesystem::path& file) { return QString::fromStdString(file.string()); }
 
-class DesktopShellTest : public ::testing::Test {
+class DesktopShellTest : public ShellTest {
 protected:
-    void SetUp() override {
-        m_window = makeWindow();
-        m_driver = std::make_unique<PromptDriver>(*m_window);
-    }
-    void TearDown() override { EXPECT_TRUE(m_driver->finished()) << "input left over"; }
-
-    QString history() { return m_window->commandLine().history(); }
-    DesktopShell& shell() { return m_window->shell(); }
-    void openFloorPlan() { ASSERT_TRUE(shell().openDrawing(path(kFloorPlan))); }
     // Writes the script and runs it until the shell is idle again.
     bool runScript(const std::string& text) {
         m_folder.write("run.scr", text);
@@ -37,9 +28,6 @@ protected:
     }
 
     TempFolder m_folder;
-
-    std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<PromptDriver> m_driver;
 };
 
 TEST_F(DesktopShellTest, AnUnknownCommandIsNamedAndTheShellGoesOn) {
@@ -252,14 +240,12 @@ TEST_F(DesktopShellTest, AScriptDrivesACommandUnattended) {
     EXPECT_FALSE(shell().drawing().isModified());
 }
 
-TEST_F(DesktopShellTest, AlertsWhileAScriptRunsGoToTheCommandLine) {
+TEST_F(DesktopShellTest, AlertsWhileAScriptRunsGoToTheCommandLineAndEscStopsIt) {
     ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
     ASSERT_TRUE(runScript("WARN\n"));
     EXPECT_TRUE(history().endsWith(QStringLiteral("Command: WARN\nSomething to see\nCommand: ")))
         << history().toStdString();
-}
-
-TEST_F(DesktopShellTest, EscStopsAScript) {
+    // Esc stops a script.
     openFloorPlan();
     // The script runs out at the insertion point; Esc there ends the command and the script.
     m_driver->escape();
