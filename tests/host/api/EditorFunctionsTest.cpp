@@ -8,6 +8,7 @@
 
 namespace {
 
+// Files, variables and prompts forwarded to a real editor: the desktop editor's tests.
 TEST(EditorFunctions, WithoutAnEditorEveryCallFailsAndTheScriptedOneUninstallsItself) {
     {
         ScriptedEditor editor;
@@ -22,20 +23,6 @@ TEST(EditorFunctions, WithoutAnEditorEveryCallFailsAndTheScriptedOneUninstallsIt
     EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, nullptr, set), RTERROR);
     EXPECT_EQ(AfxMessageBox(L"Save?", MB_YESNOCANCEL), IDCANCEL);
     EXPECT_FALSE(Beep(100, 100));
-}
-
-TEST(EditorFunctions, FileDialogPassesItsArgumentsAndReturnsThePath) {
-    ScriptedEditor editor;
-    editor.answerFile(RTNORM, L"/lists/doors.prc");
-    editor.answerFile(RTERROR);
-    resbuf result;
-    EXPECT_EQ(acedGetFileD(L"Open", L"/lists/old.prc", L"prc", 2, &result), RTNORM);
-    EXPECT_EQ(result.restype, RTSTR);
-    EXPECT_EQ(result.resval.rstring, L"/lists/doors.prc");
-    EXPECT_EQ(acedGetFileD(L"Save as", L"", L"txt", 1, &result), -5001);
-    EXPECT_EQ(editor.calls(),
-              (std::vector<RecordedCall>{{L"acedGetFileD", {L"Open", L"/lists/old.prc", L"prc", L"2"}},
-                                         {L"acedGetFileD", {L"Save as", L"", L"txt", L"1"}}}));
 }
 
 TEST(EditorFunctions, SelectionSetsHandOutEntityNamesUntilFreedOrCancelled) {
@@ -72,18 +59,6 @@ TEST(EditorFunctions, PrintfFormatsWideTextOfAnyLength) {
     const std::wstring longText(5000, L'x');
     acutPrintf(L"%ls", longText.c_str());
     EXPECT_EQ(editor.printed(), L"\nScale: 50%" + longText);
-}
-
-TEST(EditorFunctions, VariablesRoundTripThroughTheEditor) {
-    ScriptedEditor editor;
-    editor.setVariable(L"OSMODE", resbuf::shortValue(37));
-    resbuf value;
-    ASSERT_EQ(acedGetVar(L"OSMODE", &value), RTNORM);
-    EXPECT_EQ(value.resval.rint, 37);
-    EXPECT_EQ(acedGetVar(L"NOSUCHVAR", &value), RTERROR);
-    const resbuf zero = resbuf::shortValue(0);
-    EXPECT_EQ(acedSetVar(L"OSMODE", &zero), RTNORM);
-    EXPECT_EQ(editor.variable(L"OSMODE")->resval.rint, 0);
 }
 
 }  // namespace
