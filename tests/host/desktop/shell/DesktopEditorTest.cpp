@@ -58,14 +58,6 @@ TEST_F(DesktopEditorTest, InitGetOneRefusesAnEmptyAnswer) {
     EXPECT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNONE);
 }
 
-TEST_F(DesktopEditorTest, AClickInTheViewPicksThePoint) {
-    const AcGePoint3d target{3, 4, 0};
-    m_driver->click(target);
-    ads_point point;
-    ASSERT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNORM);
-    EXPECT_EQ(point, onPixel(*m_window, target));
-}
-
 TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
     const AcGePoint3d moved{2, 3, 0};
     const AcGePoint3d picked{4, 1, 0};
@@ -159,13 +151,6 @@ TEST_F(DesktopEditorTest, VariablesOfTheSessionAndOfTheDrawing) {
     EXPECT_EQ(acedSetVar(L"DWGNAME", &name), RTERROR);
     EXPECT_EQ(acedGetVar(L"NOSUCHVAR", &value), RTERROR);
     EXPECT_EQ(acedSetVar(L"NOSUCHVAR", &zero), RTERROR);
-}
-
-TEST_F(DesktopEditorTest, PrintedTextReachesTheCommandLine) {
-    acutPrintf(L"\n%d blocks counted", 46);
-    acutPrintf(L"\nand %ls", L"printed");
-    EXPECT_TRUE(history().endsWith(QStringLiteral("46 blocks counted\nand printed")))
-        << history().toStdString();
 }
 
 TEST_F(DesktopEditorTest, AnAlertIsABoxTheUserCloses) {
