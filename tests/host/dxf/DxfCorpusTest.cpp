@@ -104,8 +104,8 @@ TEST_F(DxfCorpus, EveryFileIsKeptByteForByteAndAgreesWithTheManifest) {
             if (!block.starts_with(L"*")) blocks.insert(utf8(block));
         }
         const auto named = figures.blocks.find(name);
-        EXPECT_EQ(blocks, (named == figures.blocks.end() ? std::multiset<std::string>()
-                                                         : named->second))
+        EXPECT_EQ(blocks,
+                  (named == figures.blocks.end() ? std::multiset<std::string>() : named->second))
             << name;
         ++compared;
     }

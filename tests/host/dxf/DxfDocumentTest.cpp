@@ -253,7 +253,8 @@ TEST(DxfDocumentBlocks, AttributeDefinitionsOfR2010OnCarryVersionAndLock) {
 }
 
 TEST(DxfDocumentBlocks, NewHandlesPassEveryHandleOfTheFile) {
-    const auto document = openDrawing("plan.dxf", r2018As("AC1032", "20"));  // the seed lies below 51
+    const auto document =
+        openDrawing("plan.dxf", r2018As("AC1032", "20"));  // the seed lies below 51
     ASSERT_TRUE(document);
     AcDbObjectId style;
     ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
@@ -437,7 +438,8 @@ TEST(DxfDocumentUndo, InsertsComeBackLastFirstAndLeaveOtherEditsAlone) {
 }
 
 TEST(DxfDocumentFile, SectionsAndTablesAreMadeWhenTheFileLacksThem) {
-    const auto document = openDrawing("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
+    const auto document =
+        openDrawing("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
     ASSERT_TRUE(document);
     AcDbObjectId style;
     ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
@@ -485,7 +487,8 @@ TEST(DxfDocumentVariables, R12KeepsThemInItsHeader) {
 }
 
 TEST(DxfDocumentVariables, R12WithoutThemGainsThemInItsHeader) {
-    const auto document = openDrawing("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
+    const auto document =
+        openDrawing("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
     ASSERT_TRUE(document);
     resbuf value;
     ASSERT_EQ(document->getVar(L"ATTREQ", value), RTNORM);

@@ -114,10 +114,16 @@ const GeometryRow kGeometry[] = {
      "A"},
     {"image frame", "0 IMAGE|8 0|10 0|20 0|11 0.5|21 0|12 0|22 0.5|13 10|23 4", {0, 0, 5, 2}, "P"},
     {"leader", "0 LEADER|8 0|76 2|10 0|20 0|10 3|20 4", {0, 0, 3, 4}, "P"},
-    {"mirrored and scaled reference", "0 INSERT|8 0|2 B|10 0|20 0|41 -1|42 3", {-2, 0, 0, 3}, "R",
+    {"mirrored and scaled reference",
+     "0 INSERT|8 0|2 B|10 0|20 0|41 -1|42 3",
+     {-2, 0, 0, 3},
+     "R",
      kBlockB},
-    {"grid of references", "0 INSERT|8 0|2 B|10 0|20 0|70 2|71 3|44 10|45 5", {0, 0, 12, 11},
-     "RRRRRR", kBlockB},
+    {"grid of references",
+     "0 INSERT|8 0|2 B|10 0|20 0|70 2|71 3|44 10|45 5",
+     {0, 0, 12, 11},
+     "RRRRRR",
+     kBlockB},
 };
 
 class SceneGeometry : public ::testing::TestWithParam<GeometryRow> {};

@@ -86,10 +86,9 @@ TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
     EXPECT_EQ(result.resval.rint, 'q');
     EXPECT_EQ(acedGrRead(9, &type, &result), RTCAN);
     // The status line follows the cursor.
-    EXPECT_EQ(m_window->cursorPosition().text(),
-              QStringLiteral("%1, %2")
-                  .arg(onPixel(*m_window, picked).x, 0, 'f', 4)
-                  .arg(onPixel(*m_window, picked).y, 0, 'f', 4));
+    EXPECT_EQ(m_window->cursorPosition().text(), QStringLiteral("%1, %2")
+                                                     .arg(onPixel(*m_window, picked).x, 0, 'f', 4)
+                                                     .arg(onPixel(*m_window, picked).y, 0, 'f', 4));
 }
 
 TEST_F(DesktopEditorTest, InputThatComesBeforeTheNextPromptWaitsForIt) {

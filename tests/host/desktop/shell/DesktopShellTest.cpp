@@ -23,8 +23,9 @@ protected:
     // Writes the script and runs it until the shell is idle again.
     bool runScript(const std::string& text) {
         m_folder.write("run.scr", text);
-        return runUntilIdle(*m_window,
-                            [&] { shell().startScript(QString::fromStdString(m_folder.path("run.scr"))); });
+        return runUntilIdle(*m_window, [&] {
+            shell().startScript(QString::fromStdString(m_folder.path("run.scr")));
+        });
     }
 
     TempFolder m_folder;
@@ -44,8 +45,8 @@ TEST_F(DesktopShellTest, ModuleCommandsRunByLocalAndGlobalNameUntilUnknownOnceUn
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ARX")));
     EXPECT_TRUE(history().contains(QStringLiteral("good successfully unloaded.")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("hello")));
-    EXPECT_TRUE(history().endsWith(
-        QStringLiteral("Command: hello\nUnknown command \"HELLO\".\nCommand: ")))
+    EXPECT_TRUE(
+        history().endsWith(QStringLiteral("Command: hello\nUnknown command \"HELLO\".\nCommand: ")))
         << history().toStdString();
 }
 
