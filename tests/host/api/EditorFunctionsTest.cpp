@@ -8,8 +8,14 @@
 
 namespace {
 
-TEST(EditorFunctions, WithoutAnEditorEveryCallFails) {
+// Files, variables and prompts forwarded to a real editor: the desktop editor's tests.
+TEST(EditorFunctions, WithoutAnEditorEveryCallFailsAndTheScriptedOneUninstallsItself) {
+    {
+        ScriptedEditor editor;
+        EXPECT_EQ(acedEditor(), &editor);
+    }
     ASSERT_EQ(acedEditor(), nullptr);
+    EXPECT_EQ(adsw_acadMainWnd(), nullptr);
     resbuf result;
     EXPECT_EQ(acedGetFileD(L"Open", L"", L"prc", 2, &result), RTERROR);
     EXPECT_EQ(acedAlert(L"x"), RTERROR);
@@ -19,21 +25,7 @@ TEST(EditorFunctions, WithoutAnEditorEveryCallFails) {
     EXPECT_FALSE(Beep(100, 100));
 }
 
-TEST(EditorFunctions, FileDialogPassesItsArgumentsAndReturnsThePath) {
-    ScriptedEditor editor;
-    editor.answerFile(RTNORM, L"/lists/doors.prc");
-    editor.answerFile(RTERROR);
-    resbuf result;
-    EXPECT_EQ(acedGetFileD(L"Open", L"/lists/old.prc", L"prc", 2, &result), RTNORM);
-    EXPECT_EQ(result.restype, RTSTR);
-    EXPECT_EQ(result.resval.rstring, L"/lists/doors.prc");
-    EXPECT_EQ(acedGetFileD(L"Save as", L"", L"txt", 1, &result), -5001);
-    EXPECT_EQ(editor.calls(),
-              (std::vector<RecordedCall>{{L"acedGetFileD", {L"Open", L"/lists/old.prc", L"prc", L"2"}},
-                                         {L"acedGetFileD", {L"Save as", L"", L"txt", L"1"}}}));
-}
-
-TEST(EditorFunctions, SelectionSetsHandOutEntityNamesUntilFreed) {
+TEST(EditorFunctions, SelectionSetsHandOutEntityNamesUntilFreedOrCancelled) {
     ScriptedEditor editor;
     editor.answerSelection(RTNORM, {AcDbObjectId(7), AcDbObjectId(9)});
     ads_name set;
@@ -55,14 +47,9 @@ TEST(EditorFunctions, SelectionSetsHandOutEntityNamesUntilFreed) {
     EXPECT_EQ(acedSSLength(set, &length), RTERROR);
     EXPECT_EQ(acedSSFree(set), RTERROR);
     EXPECT_EQ(editor.calls().front(), (RecordedCall{L"acedSSGet", {L"(null)", L"0=INSERT"}}));
-}
-
-TEST(EditorFunctions, CancelledSelectionMakesNoSet) {
-    ScriptedEditor editor;
+    // A cancelled selection makes no set.
     editor.answerSelection(RTCAN);
-    ads_name set;
     EXPECT_EQ(acedSSGet(nullptr, nullptr, nullptr, nullptr, set), RTCAN);
-    std::int32_t length = -1;
     EXPECT_EQ(acedSSLength(set, &length), RTERROR);
 }
 
@@ -72,27 +59,6 @@ TEST(EditorFunctions, PrintfFormatsWideTextOfAnyLength) {
     const std::wstring longText(5000, L'x');
     acutPrintf(L"%ls", longText.c_str());
     EXPECT_EQ(editor.printed(), L"\nScale: 50%" + longText);
-}
-
-TEST(EditorFunctions, VariablesRoundTripThroughTheEditor) {
-    ScriptedEditor editor;
-    editor.setVariable(L"OSMODE", resbuf::shortValue(37));
-    resbuf value;
-    ASSERT_EQ(acedGetVar(L"OSMODE", &value), RTNORM);
-    EXPECT_EQ(value.resval.rint, 37);
-    EXPECT_EQ(acedGetVar(L"NOSUCHVAR", &value), RTERROR);
-    const resbuf zero = resbuf::shortValue(0);
-    EXPECT_EQ(acedSetVar(L"OSMODE", &zero), RTNORM);
-    EXPECT_EQ(editor.variable(L"OSMODE")->resval.rint, 0);
-}
-
-TEST(EditorFunctions, TheScriptedEditorUninstallsItself) {
-    {
-        ScriptedEditor editor;
-        EXPECT_EQ(acedEditor(), &editor);
-    }
-    EXPECT_EQ(acedEditor(), nullptr);
-    EXPECT_EQ(adsw_acadMainWnd(), nullptr);
 }
 
 }  // namespace

@@ -22,10 +22,9 @@ std::vector<CountedDrawing> drawings(Tallies tallies) {
 
 class BillOfMaterialsTest : public ::testing::Test {
 protected:
-    BillOfMaterials count(const std::string& list, Tallies tallies, bool onlyPriced = false) {
+    BillOfMaterials count(const std::string& list, Tallies tallies) {
         m_folder.write("list.prc", list);
         BomCalculation calculation;
-        calculation.SetListOnlyPricedBlocks(onlyPriced);
         EXPECT_TRUE(calculation.LoadPriceList(m_folder.wpath("list.prc")));
         auto bill = countBillOfMaterials(calculation, drawings(std::move(tallies)));
         EXPECT_TRUE(bill.isOk()) << bill.errorString();
@@ -75,15 +74,6 @@ TEST_F(BillOfMaterialsTest, ALaterListRowTakesTheCountsOfEveryDrawing) {
     EXPECT_EQ(bill.lines[0].quantities, (std::vector<std::int64_t>{0, 0}));
     EXPECT_EQ(bill.lines[1].quantities, (std::vector<std::int64_t>{2, 1}));
     EXPECT_EQ(bill.lines[1].cells[kTotalColumn], L"36.00");
-}
-
-TEST_F(BillOfMaterialsTest, OnlyPricedBlocksLeavesTheOthersOut) {
-    const BillOfMaterials bill = count("Door|10|front\nSofa|5|\n",
-                                       {{"a.dxf", {{L"Lamp", 2, {}, false}, {L"door", 1, {}, false}}}},
-                                       true);
-    ASSERT_EQ(bill.lines.size(), 1u);
-    EXPECT_EQ(bill.lines[0].cells[kNameColumn], L"door");
-    EXPECT_EQ(bill.total, L"10.00");
 }
 
 TEST_F(BillOfMaterialsTest, MoreReferencesThanTheModuleCountsAreAnError) {

@@ -5,13 +5,11 @@
 
 #include <filesystem>
 
-#include "tests/RunProcess.h"
-#include "tests/TempFolder.h"
+#include "tests/host/console/ConsoleFixture.h"
+#include "tests/host/TestName.h"
 
 namespace {
 
-const std::string kTarnwick = TARNWICK_EXECUTABLE;
-const std::string kExamples = std::string(TARNWICK_SOURCE_DIR) + "/examples";
 const std::string kChecker = std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/check_drawing.py";
 
 const char* const kExampleReport =
@@ -27,34 +25,28 @@ const char* const kExampleReport =
     "north_arrow       0.00          1                            0.00\n"
     "  Summary:                                              13805.00\n";
 
-class ConsoleBomTest : public ::testing::Test {
+class ConsoleBomTest : public ConsoleTest {
 protected:
-    void SetUp() override {
-        for (const char* name : {"floorplan.dxf", "prices.prc"})
-            std::filesystem::copy_file(kExamples + "/" + name, m_folder.path(name));
+    ProcessResult bom(const std::vector<std::string>& more) const {
+        return ConsoleTest::bom({"floorplan.dxf"}, more);
     }
-
-    ProcessResult bom(std::vector<std::string> extra) {
-        std::vector<std::string> args{"bom", m_folder.path("floorplan.dxf"), "--prices",
-                                      m_folder.path("prices.prc")};
-        args.insert(args.end(), extra.begin(), extra.end());
-        return runProcess(kTarnwick, args);
-    }
-
     ProcessResult checkDrawing(const std::string& name, std::vector<std::string> expectation) {
         std::vector<std::string> args{kChecker, m_folder.path(name)};
         args.insert(args.end(), expectation.begin(), expectation.end());
         return runProcess("/usr/bin/python3", args);
     }
-
-    TempFolder m_folder;
 };
 
-TEST_F(ConsoleBomTest, PrintsTheReportOfTheExample) {
+TEST_F(ConsoleBomTest, PrintsTheReportOfTheExampleOrWritesIt) {
     const ProcessResult result = bom({});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out, kExampleReport);
     EXPECT_EQ(result.err, "");
+    // The same written under the proposed name, or under a name given.
+    ASSERT_EQ(bom({"--report"}).exitCode, 0);
+    EXPECT_EQ(m_folder.read("prices-floorplan.txt"), kExampleReport);
+    ASSERT_EQ(bom({"--report", "@named.txt", "--hide-prices"}).exitCode, 0);
+    EXPECT_EQ(m_folder.read("named.txt").substr(0, 43), "Block name   Quantity          Description\n");
 }
 
 TEST_F(ConsoleBomTest, JsonHoldsTheGridsRowsWithMoneyAsShown) {
@@ -117,14 +109,6 @@ TEST_F(ConsoleBomTest, AWindowSelectsByInsertionPoint) {
               "     plant          1                     \n");
 }
 
-TEST_F(ConsoleBomTest, WritesTheReportUnderTheProposedName) {
-    const ProcessResult result = bom({"--report"});
-    ASSERT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(m_folder.read("prices-floorplan.txt"), kExampleReport);
-    ASSERT_EQ(bom({"--report", m_folder.path("named.txt"), "--hide-prices"}).exitCode, 0);
-    EXPECT_EQ(m_folder.read("named.txt").substr(0, 43), "Block name   Quantity          Description\n");
-}
-
 TEST_F(ConsoleBomTest, DrawsTheTableIntoACopyAndASecondRunNumbersOn) {
     const std::string original = m_folder.read("floorplan.dxf");
     ProcessResult result = bom({"--table-at", "21,9", "--scale", "0.2"});
@@ -133,9 +117,7 @@ TEST_F(ConsoleBomTest, DrawsTheTableIntoACopyAndASecondRunNumbersOn) {
     result = checkDrawing("floorplan-bom.dxf", {"QTB0001", "--", "QTB0001", "21", "9", "0.2"});
     EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
 
-    result = runProcess(kTarnwick, {"bom", m_folder.path("floorplan-bom.dxf"), "--prices",
-                                    m_folder.path("prices.prc"), "--table-at", "-10,12", "-o",
-                                    m_folder.path("second.dxf")});
+    result = ConsoleTest::bom({"floorplan-bom.dxf"}, {"--table-at", "-10,12", "-o", "@second.dxf"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     result = checkDrawing("second.dxf", {"QTB0001", "QTB0002", "--", "QTB0001", "21", "9", "0.2",
                                          "QTB0002", "-10", "12", "1"});
@@ -144,28 +126,19 @@ TEST_F(ConsoleBomTest, DrawsTheTableIntoACopyAndASecondRunNumbersOn) {
 
 struct ErrorCase {
     const char* what;
-    std::vector<std::string> args;  // "@" stands for the test's folder
+    std::vector<std::string> args;  // a leading "@" stands for the test's folder
     int exitCode;
     std::string firstWords;  // how the single error line starts, "@" again the folder
 };
 
-class ConsoleErrors : public ConsoleBomTest, public ::testing::WithParamInterface<ErrorCase> {
-protected:
-    std::string expand(std::string text) {
-        for (std::size_t at = text.find('@'); at != std::string::npos; at = text.find('@'))
-            text.replace(at, 1, m_folder.path(""));
-        return text;
-    }
-};
+class ConsoleErrors : public ConsoleTest, public ::testing::WithParamInterface<ErrorCase> {};
 
 TEST_P(ConsoleErrors, GiveOneLineAndLeaveTheInputAlone) {
     m_folder.write("corrupt.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nnot a number\n");
     const std::string original = m_folder.read("floorplan.dxf");
-    std::vector<std::string> args;
-    for (const auto& arg : GetParam().args) args.push_back(expand(arg));
-    const ProcessResult result = runProcess(kTarnwick, args);
+    const ProcessResult result = tarnwick(GetParam().args);
     EXPECT_EQ(result.exitCode, GetParam().exitCode);
-    EXPECT_TRUE(result.err.starts_with(expand(GetParam().firstWords))) << result.err;
+    EXPECT_TRUE(result.err.starts_with(at(GetParam().firstWords))) << result.err;
     if (GetParam().exitCode == 1) {
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
     }
@@ -190,22 +163,18 @@ INSTANTIATE_TEST_SUITE_P(
         ErrorCase{"no list", {"bom", "@floorplan.dxf"}, 2, "tarnwick: bom needs --prices LIST"},
         ErrorCase{"bad corner", {"bom", "@floorplan.dxf", "--prices", "@prices.prc", "--table-at", "1;2"}, 2,
                   "tarnwick: --table-at wants X,Y"}),
-    [](const ::testing::TestParamInfo<ErrorCase>& info) {
-        std::string name = info.param.what;
-        for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-        return name;
-    });
+    [](const auto& info) { return testName(info.param.what); });
 
 TEST(ConsoleUsage, HelpAndVersionExitZeroAndNothingExitsTwo) {
-    ProcessResult result = runProcess(kTarnwick, {"--help"});
+    ProcessResult result = runProcess(TARNWICK_EXECUTABLE, {"--help"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_TRUE(result.out.starts_with("Usage: tarnwick COMMAND")) << result.out;
-    result = runProcess(kTarnwick, {"--version"});
+    result = runProcess(TARNWICK_EXECUTABLE, {"--version"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_TRUE(result.out.starts_with("tarnwick ")) << result.out;
-    result = runProcess(kTarnwick, {});
+    result = runProcess(TARNWICK_EXECUTABLE, {});
     EXPECT_EQ(result.exitCode, 2);
-    result = runProcess(kTarnwick, {"frobnicate"});
+    result = runProcess(TARNWICK_EXECUTABLE, {"frobnicate"});
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_TRUE(result.err.starts_with("tarnwick: unknown command \"frobnicate\"")) << result.err;
 }

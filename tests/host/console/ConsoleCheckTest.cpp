@@ -4,14 +4,11 @@
 
 #include <filesystem>
 
-#include "tests/RunProcess.h"
-#include "tests/TempFolder.h"
 #include "tests/host/DrawingFixture.h"
+#include "tests/host/console/ConsoleFixture.h"
 
 namespace {
 
-const std::string kTarnwick = TARNWICK_EXECUTABLE;
-const std::string kExamples = std::string(TARNWICK_SOURCE_DIR) + "/examples";
 
 // One line for each thing the check looks for; the last line lacks its line break.
 const char* const kTroubledList =
@@ -25,21 +22,17 @@ const char* const kTroubledList =
     "Desk|380|Office desk|old\n"
     "Cabinet|210|Filing cabinet";
 
-class ConsoleCheckTest : public ::testing::Test {
+class ConsoleCheckTest : public ConsoleTest {
 protected:
     void SetUp() override {
-        std::filesystem::copy_file(kExamples + "/floorplan.dxf", m_folder.path("floorplan.dxf"));
-        std::filesystem::copy_file(kExamples + "/prices.prc", m_folder.path("prices.prc"));
+        ConsoleTest::SetUp();
         m_folder.write("troubled.prc", kTroubledList);
     }
-
-    ProcessResult check(const std::string& drawing, const std::string& list, std::vector<std::string> extra = {}) {
-        std::vector<std::string> args{"check", m_folder.path(drawing), "--prices", m_folder.path(list)};
-        args.insert(args.end(), extra.begin(), extra.end());
-        return runProcess(kTarnwick, args);
+    ProcessResult check(const std::string& drawing, const std::string& list,
+                        std::vector<std::string> more = {}) const {
+        more.insert(more.begin(), {"check", "@" + drawing, "--prices", "@" + list});
+        return tarnwick(more);
     }
-
-    TempFolder m_folder;
 };
 
 TEST_F(ConsoleCheckTest, ListsWhatItFoundWithLineNumbersAndExitsThree) {
@@ -121,10 +114,10 @@ TEST_F(ConsoleCheckTest, BadInputGetsOneLine) {
     ProcessResult result = check("floorplan.dxf", "none.prc");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, m_folder.path("none.prc") + ": no such file or directory\n");
-    result = runProcess(kTarnwick, {"check", m_folder.path("floorplan.dxf")});
+    result = tarnwick({"check", "@floorplan.dxf"});
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "tarnwick: check needs --prices LIST\nTry 'tarnwick --help'.\n");
-    result = runProcess(kTarnwick, {"check", "a.dxf", "b.dxf", "--prices", "p.prc"});
+    result = tarnwick({"check", "a.dxf", "b.dxf", "--prices", "p.prc"});
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "tarnwick: check takes one drawing\nTry 'tarnwick --help'.\n");
 }

@@ -7,6 +7,8 @@
 #include "tests/TempFolder.h"
 #include "tests/host/DrawingFixture.h"
 #include "tests/host/EncodedNameDrawings.h"
+#include "tests/host/TestName.h"
+#include "tests/host/Utf8.h"
 
 namespace {
 
@@ -130,40 +132,13 @@ TEST_P(ConsoleEncodedNames, CountAsTheListSpellsThemInAnotherCase) {
         kTarnwick, {"bom", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc"), "--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     std::string expected;
-    for (const auto& [name, quantity, total] : GetParam().rows) {
-        std::string utf8;
-        for (const wchar_t c : name) {
-            const auto u = static_cast<unsigned>(c);
-            if (u < 0x80) {
-                utf8 += static_cast<char>(u);
-            } else {
-                utf8 += static_cast<char>(0xC0 | (u >> 6));
-                utf8 += static_cast<char>(0x80 | (u & 0x3F));
-            }
-        }
-        expected += "\"" + utf8 + "\" " + std::to_string(quantity) + " " +
-                    std::string(total.begin(), total.end()) + "\n";
-    }
+    for (const auto& [name, quantity, total] : GetParam().rows)
+        expected += "\"" + utf8(name) + "\" " + std::to_string(quantity) + " " + utf8(total) + "\n";
     EXPECT_EQ(jsonRows(result.out), expected);
 }
 
-TEST_P(ConsoleEncodedNames, HaveTheirPricesFoundByBlocks) {
-    m_folder.write("plan.dxf", fixtureBytes(GetParam().drawing));
-    m_folder.write("list.prc", kEncodedNamePrices);
-    const ProcessResult result = runProcess(
-        kTarnwick, {"blocks", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc")});
-    ASSERT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(result.out.find("no price"), std::string::npos) << result.out;
-    EXPECT_EQ(std::count(result.out.begin(), result.out.end(), '\n'),
-              static_cast<long>(GetParam().sortedNames.size()));
-}
-
 INSTANTIATE_TEST_SUITE_P(CodePages, ConsoleEncodedNames, ::testing::ValuesIn(encodedNameDrawings()),
-                         [](const auto& info) {
-                             std::string name = info.param.file.substr(0, info.param.file.find('.'));
-                             for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-                             return name;
-                         });
+                         [](const auto& info) { return testName(info.param.file); });
 
 TEST(ConsoleEncodedNamesBlocks, ListsNamesInTheirOrderWithCountsUnderAnyCase) {
     TempFolder folder;

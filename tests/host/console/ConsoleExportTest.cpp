@@ -4,13 +4,10 @@
 
 #include <filesystem>
 
-#include "tests/RunProcess.h"
-#include "tests/TempFolder.h"
+#include "tests/host/console/ConsoleFixture.h"
 
 namespace {
 
-const std::string kTarnwick = TARNWICK_EXECUTABLE;
-const std::string kExamples = std::string(TARNWICK_SOURCE_DIR) + "/examples";
 const std::string kReader = std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/read_xlsx.py";
 
 const char* const kExampleCsv =
@@ -27,32 +24,13 @@ const char* const kExampleCsv =
     "north_arrow,0.00,1,,0.00\r\n"
     "Summary:,,,,13805.00\r\n";
 
-class ConsoleExportTest : public ::testing::Test {
+class ConsoleExportTest : public ConsoleTest {
 protected:
     void SetUp() override {
-        for (const char* name : {"floorplan.dxf", "prices.prc"})
-            std::filesystem::copy_file(kExamples + "/" + name, m_folder.path(name));
-        std::filesystem::copy_file(kExamples + "/floorplan.dxf", m_folder.path("annex.dxf"));
+        ConsoleTest::SetUp();
+        std::filesystem::copy_file(m_folder.path("floorplan.dxf"), m_folder.path("annex.dxf"));
         m_folder.write("broken.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nnot a number\n");
     }
-
-    ProcessResult bom(std::vector<std::string> drawings, std::vector<std::string> extra) {
-        std::vector<std::string> args{"bom"};
-        for (const auto& drawing : drawings) args.push_back(m_folder.path(drawing));
-        args.insert(args.end(), {"--prices", m_folder.path("prices.prc")});
-        for (const auto& arg : extra) args.push_back(arg.starts_with("@") ? m_folder.path(arg.substr(1)) : arg);
-        return runProcess(kTarnwick, args);
-    }
-
-    std::vector<std::string> files() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(m_folder.path("")))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    TempFolder m_folder;
 };
 
 TEST_F(ConsoleExportTest, WritesCsvAndXlsxFromTheReportsRows) {

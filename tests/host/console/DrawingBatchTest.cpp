@@ -36,7 +36,7 @@ protected:
     std::vector<std::string> m_paths;
 };
 
-TEST_F(DrawingBatchTest, OneThreadAndSeveralGiveTheSameTalliesInTheOrderGiven) {
+TEST_F(DrawingBatchTest, AnyNumberOfThreadsGivesTheSameTalliesInOrderAndKeepsDocumentsOnRequest) {
     BatchOptions options;
     options.tally.nested = true;
     options.showProgress = false;
@@ -51,15 +51,11 @@ TEST_F(DrawingBatchTest, OneThreadAndSeveralGiveTheSameTalliesInTheOrderGiven) {
         EXPECT_EQ(together[i].path, m_paths[i]);
         EXPECT_FALSE(together[i].document);
     }
-}
-
-TEST_F(DrawingBatchTest, KeepsTheDocumentsWhenAsked) {
-    BatchOptions options;
+    // Kept when asked.
     options.keepDocuments = true;
-    options.showProgress = false;
-    const auto drawings = countDrawings({m_paths[1]}, options);
-    ASSERT_TRUE(drawings[0].document);
-    EXPECT_EQ(drawings[0].document->blockReferences(DxfSpace::Model).size(), 2u);
+    const auto kept = countDrawings({m_paths[1]}, options);
+    ASSERT_TRUE(kept[0].document);
+    EXPECT_EQ(kept[0].document->blockReferences(DxfSpace::Model).size(), 2u);
 }
 
 TEST_F(DrawingBatchTest, NamesEveryDrawingThatFailsAndCountsTheOthers) {

@@ -5,12 +5,10 @@
 #include <limits>
 #include <numbers>
 
-#include "host/dxf/dxfdocument.h"
 #include "tests/host/dxf/DxfTestSupport.h"
+#include "tests/host/dxf/OpenDrawing.h"
 
 namespace {
-
-const std::filesystem::path kData = std::filesystem::path(TARNWICK_TEST_DATA) / "dxf";
 
 // ASCII DXF text, in the form the database writes new tags, for tags given as "code value" pairs
 // separated by "|" (the value is all that follows the first space).
@@ -28,19 +26,13 @@ std::string dxf(std::string_view tags, const char* eol = "\n") {
     return out;
 }
 
-std::unique_ptr<DxfDocument> open(const std::string& name, const std::string& bytes) {
-    auto read = DxfDocument::readBytes(name, bytes);
-    EXPECT_TRUE(read.isOk()) << read.errorString();
-    return read.isOk() ? read.takeValue() : nullptr;
-}
-
 std::unique_ptr<DxfDocument> openFixture(const char* name) {
-    return open(name, readBytes(kData / name));
+    return openDrawing(name, readBytes(kDxfData / name));
 }
 
 // The R12 fixture with handles switched on.
 std::string r12WithHandles() {
-    std::string bytes = readBytes(kData / "r12-layouts.dxf");
+    std::string bytes = readBytes(kDxfData / "r12-layouts.dxf");
     const std::string version = "$ACADVER\n  1\nAC1009\n";
     bytes.insert(bytes.find(version) + version.size(),
                  "  9\n$HANDLING\n 70\n     1\n  9\n$HANDSEED\n  5\n30\n");
@@ -49,7 +41,7 @@ std::string r12WithHandles() {
 
 // The R2018 fixture, claiming another version or handle seed.
 std::string r2018As(const char* version, const char* seed = "100") {
-    std::string bytes = readBytes(kData / "r2018-small.dxf");
+    std::string bytes = readBytes(kDxfData / "r2018-small.dxf");
     bytes.replace(bytes.find("AC1032"), 6, version);
     bytes.replace(bytes.find("$HANDSEED\r\n  5\r\n100"), 19,
                   std::string("$HANDSEED\r\n  5\r\n") + seed);
@@ -66,12 +58,6 @@ std::vector<std::wstring> blockNames(const DxfDocument& document) {
     return names;
 }
 
-AcDbObjectId blockId(const DxfDocument& document, const std::wstring& name) {
-    AcDbObjectId id;
-    EXPECT_EQ(document.getBlockTableRecordId(name, id), Acad::eOk) << utf8(name);
-    return id;
-}
-
 // Whether `text` holds `part`, with a readable failure.
 ::testing::AssertionResult holds(const std::string& text, const std::string& part) {
     if (text.find(part) != std::string::npos) return ::testing::AssertionSuccess();
@@ -83,7 +69,7 @@ TEST(DxfDocumentBlockTable, R12ShowsItsLayoutBlocksAsStarredRecords) {
     ASSERT_TRUE(document);
     EXPECT_EQ(blockNames(*document),
               (std::vector<std::wstring>{L"*Model_Space", L"*Paper_Space", L"DOOR"}));
-    EXPECT_EQ(blockId(*document, L"*MODEL_SPACE"), document->blockTableRecordIds()[0]);
+    EXPECT_EQ(blockIdOf(*document, L"*MODEL_SPACE"), document->blockTableRecordIds()[0]);
     AcDbObjectId id;
     EXPECT_EQ(document->getBlockTableRecordId(L"$MODEL_SPACE", id), Acad::eKeyNotFound);
 }
@@ -93,7 +79,7 @@ TEST(DxfDocumentBlockTable, R2018ListsItsBlockRecordsInTableOrder) {
     ASSERT_TRUE(document);
     EXPECT_EQ(blockNames(*document),
               (std::vector<std::wstring>{L"*Model_Space", L"*Paper_Space", L"Door"}));
-    EXPECT_EQ(blockId(*document, L"DOOR"), blockId(*document, L"door"));
+    EXPECT_EQ(blockIdOf(*document, L"DOOR"), blockIdOf(*document, L"door"));
     AcDbObjectId id;
     EXPECT_EQ(document->getBlockTableRecordId(L"Window", id), Acad::eKeyNotFound);
     std::wstring name;
@@ -105,7 +91,7 @@ TEST(DxfDocumentBlockTable, R2018ListsItsBlockRecordsInTableOrder) {
               Acad::eWrongObjectType);
 }
 
-TEST(DxfDocumentReferences, SelectionSeesModelAndPaperSpaceApart) {
+TEST(DxfDocumentReferences, SelectionSeesTheSpacesApartAndOpensAsTheModuleDoes) {
     const auto document = openFixture("r12-layouts.dxf");
     ASSERT_TRUE(document);
     const auto model = document->blockReferences(DxfSpace::Model);
@@ -119,15 +105,10 @@ TEST(DxfDocumentReferences, SelectionSeesModelAndPaperSpaceApart) {
     const auto paper = document->blockReferences(DxfSpace::Paper);
     ASSERT_EQ(paper.size(), 1u);
     EXPECT_EQ(paper[0].position, (AcGePoint3d{1, 1, 0}));
-}
-
-TEST(DxfDocumentReferences, OpenAsTheModuleDoes) {
-    const auto document = openFixture("r12-layouts.dxf");
-    ASSERT_TRUE(document);
-    const auto model = document->blockReferences(DxfSpace::Model);
+    // Opened as the module opens them.
     AcDbBlockReference reference;
     ASSERT_EQ(document->openBlockReference(model[1].id, reference), Acad::eOk);
-    EXPECT_EQ(reference.blockTableRecord, blockId(*document, L"DOOR"));
+    EXPECT_EQ(reference.blockTableRecord, blockIdOf(*document, L"DOOR"));
     EXPECT_EQ(reference.position, (AcGePoint3d{30, 40, 0}));
     EXPECT_EQ(reference.scaleFactors, (AcGeScale3d{2, 3, 1}));
     EXPECT_DOUBLE_EQ(reference.rotation, std::numbers::pi / 2);
@@ -136,7 +117,7 @@ TEST(DxfDocumentReferences, OpenAsTheModuleDoes) {
     EXPECT_EQ(reference.rotation, 0.0);
 
     EXPECT_EQ(document->openBlockReference(AcDbObjectId(), reference), Acad::eNullObjectId);
-    EXPECT_EQ(document->openBlockReference(blockId(*document, L"DOOR"), reference),
+    EXPECT_EQ(document->openBlockReference(blockIdOf(*document, L"DOOR"), reference),
               Acad::eWrongObjectType);
     EXPECT_EQ(document->openBlockReference(AcDbObjectId(model[1].id.value() + 1), reference),
               Acad::eWrongObjectType);  // the LINE after it
@@ -149,19 +130,19 @@ TEST(DxfDocumentTextStyles, AddedInTheFormOfEachVersion) {
         std::string count;
     };
     const Case cases[] = {
-        {readBytes(kData / "r2018-small.dxf"),
+        {readBytes(kDxfData / "r2018-small.dxf"),
          dxf("0 STYLE|5 100|330 3|100 AcDbSymbolTableRecord|100 AcDbTextStyleTableRecord|2 "
              "QTBTABLE|70      0|40 0.0|41 1.0|50 0.0|71      0|42 2.5|3 simpheb.shx|4 |0 ENDTAB",
              "\r\n"),
          dxf("100 AcDbSymbolTable|70      2|0 STYLE", "\r\n")},
-        {readBytes(kData / "r12-layouts.dxf"),
+        {readBytes(kDxfData / "r12-layouts.dxf"),
          dxf("0 STYLE|2 QTBTABLE|70      0|40 0.0|41 1.0|50 0.0|71      0|42 2.5|3 simpheb.shx|4 "
              "|0 ENDTAB"),
          dxf("2 STYLE|70      2|0 STYLE")},
         {r12WithHandles(), dxf("0 STYLE|5 30|2 QTBTABLE|70      0"), dxf("9 $HANDSEED|5 31")},
     };
     for (const auto& c : cases) {
-        const auto document = open("plan.dxf", c.input);
+        const auto document = openDrawing("plan.dxf", c.input);
         ASSERT_TRUE(document);
         AcDbObjectId style;
         EXPECT_EQ(document->getTextStyleId(L"qtbtable", style), Acad::eKeyNotFound);
@@ -206,7 +187,7 @@ TEST(DxfDocumentBlocks, R2018RecordAndDefinitionWithOwnersAndNewHandles) {
     EXPECT_EQ(blockNames(*document).back(), L"QTB0001");
 }
 
-TEST(DxfDocumentBlocks, R12DefinitionWithoutHandlesOwnersOrMarkers) {
+TEST(DxfDocumentBlocks, R12DefinitionWithoutHandlesOwnersOrMarkersAndAnOrigin) {
     const auto document = openFixture("r12-layouts.dxf");
     ASSERT_TRUE(document);
     AcDbObjectId record;
@@ -227,12 +208,17 @@ TEST(DxfDocumentBlocks, R12DefinitionWithoutHandlesOwnersOrMarkers) {
                   "0|10 1.0|20 0.0|30 0.0|40 1.0|1 Block name|41 1.0|7 STANDARD|72      0|3 "
                   "BLOCKNAME|2 BLOCKNAME|70      0|74      0|0 ENDBLK|8 0|0 ENDSEC")));
     EXPECT_EQ(blockNames(*document).back(), L"QTB0001");
-    EXPECT_EQ(blockId(*document, L"QTB0001"), record);
+    EXPECT_EQ(blockIdOf(*document, L"QTB0001"), record);
+    // An origin replaces the base point.
+    ASSERT_EQ(document->setBlockTableRecordOrigin(blockIdOf(*document, L"DOOR"), {-1.5, 3, 0.25}),
+              Acad::eOk);
+    EXPECT_TRUE(holds(document->toBytes(), dxf("2 DOOR|70      2|10 -1.5|20 3.0|30 0.25|3 DOOR")));
+    EXPECT_EQ(document->setBlockTableRecordOrigin(AcDbObjectId(), {}), Acad::eNullObjectId);
 }
 
 TEST(DxfDocumentBlocks, AttributeDefinitionsOfR2010OnCarryVersionAndLock) {
     for (const char* version : {"AC1024", "AC1021", "AC1014"}) {
-        const auto document = open("plan.dxf", r2018As(version));
+        const auto document = openDrawing("plan.dxf", r2018As(version));
         ASSERT_TRUE(document);
         AcDbObjectId record;
         ASSERT_EQ(document->addBlockTableRecord(L"T", record), Acad::eOk);
@@ -267,7 +253,8 @@ TEST(DxfDocumentBlocks, AttributeDefinitionsOfR2010OnCarryVersionAndLock) {
 }
 
 TEST(DxfDocumentBlocks, NewHandlesPassEveryHandleOfTheFile) {
-    const auto document = open("plan.dxf", r2018As("AC1032", "20"));  // the seed lies below 51
+    const auto document =
+        openDrawing("plan.dxf", r2018As("AC1032", "20"));  // the seed lies below 51
     ASSERT_TRUE(document);
     AcDbObjectId style;
     ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
@@ -276,24 +263,15 @@ TEST(DxfDocumentBlocks, NewHandlesPassEveryHandleOfTheFile) {
     EXPECT_TRUE(holds(bytes, dxf("9 $HANDSEED|5 53", "\r\n")));
 }
 
-TEST(DxfDocumentBlocks, OriginReplacesTheBasePoint) {
-    const auto document = openFixture("r12-layouts.dxf");
-    ASSERT_TRUE(document);
-    ASSERT_EQ(document->setBlockTableRecordOrigin(blockId(*document, L"DOOR"), {-1.5, 3, 0.25}),
-              Acad::eOk);
-    EXPECT_TRUE(holds(document->toBytes(), dxf("2 DOOR|70      2|10 -1.5|20 3.0|30 0.25|3 DOOR")));
-    EXPECT_EQ(document->setBlockTableRecordOrigin(AcDbObjectId(), {}), Acad::eNullObjectId);
-}
-
 TEST(DxfDocumentBlocks, LayoutEntitiesGoToTheEntitiesSection) {
     const auto document = openFixture("r2018-small.dxf");
     ASSERT_TRUE(document);
     AcDbObjectId line;
     ASSERT_EQ(
-        document->appendLine(blockId(*document, L"*Model_Space"), {{0, 0, 0}, {1, 1, 0}}, line),
+        document->appendLine(blockIdOf(*document, L"*Model_Space"), {{0, 0, 0}, {1, 1, 0}}, line),
         Acad::eOk);
     ASSERT_EQ(
-        document->appendLine(blockId(*document, L"*Paper_Space"), {{0, 0, 0}, {2, 2, 0}}, line),
+        document->appendLine(blockIdOf(*document, L"*Paper_Space"), {{0, 0, 0}, {2, 2, 0}}, line),
         Acad::eOk);
     const char* eol = "\r\n";
     EXPECT_TRUE(holds(
@@ -304,11 +282,11 @@ TEST(DxfDocumentBlocks, LayoutEntitiesGoToTheEntitiesSection) {
             dxf("10 0.0|20 0.0|30 0.0|11 2.0|21 2.0|31 0.0|0 ENDSEC|0 EOF", eol)));
 }
 
-TEST(DxfDocumentInsert, R12ReferenceWithItsAttributesPlaced) {
+TEST(DxfDocumentInsert, R12ReferenceWithItsAttributesPlacedAndPrompted) {
     const auto document = openFixture("r12-layouts.dxf");
     ASSERT_TRUE(document);
     AcDbBlockReference reference;
-    reference.blockTableRecord = blockId(*document, L"DOOR");
+    reference.blockTableRecord = blockIdOf(*document, L"DOOR");
     reference.position = {10, 20, 0};
     reference.scaleFactors = {2, 2, 1};
     reference.rotation = std::numbers::pi / 2;
@@ -326,17 +304,24 @@ TEST(DxfDocumentInsert, R12ReferenceWithItsAttributesPlaced) {
     EXPECT_EQ(opened.position, reference.position);
     EXPECT_EQ(document->blockReferences(DxfSpace::Model).back().id, id);
 
-    reference.blockTableRecord = blockId(*document, L"*Model_Space");
+    reference.blockTableRecord = blockIdOf(*document, L"*Model_Space");
     EXPECT_EQ(document->insertBlockReference(reference, id), Acad::eInvalidInput);
     reference.blockTableRecord = AcDbObjectId();
     EXPECT_EQ(document->insertBlockReference(reference, id), Acad::eKeyNotFound);
+    // The prompts leave MAKER out.
+    const auto prompts = document->attributePrompts(blockIdOf(*document, L"DOOR"));
+    ASSERT_EQ(prompts.size(), 1u);
+    EXPECT_EQ(prompts[0].tag, L"WIDTH");
+    EXPECT_EQ(prompts[0].defaultValue, L"90");
+    EXPECT_TRUE(document->attributePrompts(blockIdOf(*document, L"*Model_Space")).empty());
+    EXPECT_TRUE(document->attributePrompts(AcDbObjectId()).empty());
 }
 
 TEST(DxfDocumentInsert, R2018ReferenceOwnedByModelSpaceAndOwningItsAttributes) {
     const auto document = openFixture("r2018-small.dxf");
     ASSERT_TRUE(document);
     AcDbBlockReference reference;
-    reference.blockTableRecord = blockId(*document, L"Door");
+    reference.blockTableRecord = blockIdOf(*document, L"Door");
     reference.position = {1, 2, 0};
     AcDbObjectId id;
     ASSERT_EQ(document->insertBlockReference(reference, id), Acad::eOk);
@@ -350,6 +335,9 @@ TEST(DxfDocumentInsert, R2018ReferenceOwnedByModelSpaceAndOwningItsAttributes) {
                   "2.0|31 0.0|100 AcDbAttribute|280      0|2 WIDTH|70      0|74      0|280      "
                   "0|0 SEQEND|5 102|330 100|100 AcDbEntity|8 0|0 ENDSEC",
                   "\r\n")));
+    // Given values replace the defaults.
+    ASSERT_EQ(document->insertBlockReference(reference, {L"Breite \u00e4"}, id), Acad::eOk);
+    EXPECT_TRUE(holds(document->toBytes(), dxf("40 0.5|1 Breite \xc3\xa4|41 1.0", "\r\n")));
 }
 
 TEST(DxfDocumentInsert, NumbersDxfCannotHoldAreRefusedBeforeAnyChange) {
@@ -357,7 +345,7 @@ TEST(DxfDocumentInsert, NumbersDxfCannotHoldAreRefusedBeforeAnyChange) {
     ASSERT_TRUE(document);
     const double huge = std::numeric_limits<double>::max();
     const double nan = std::numeric_limits<double>::quiet_NaN();
-    const AcDbObjectId door = blockId(*document, L"DOOR");
+    const AcDbObjectId door = blockIdOf(*document, L"DOOR");
     AcDbBlockReference reference;
     reference.blockTableRecord = door;
     reference.scaleFactors = {huge, huge,
@@ -369,31 +357,10 @@ TEST(DxfDocumentInsert, NumbersDxfCannotHoldAreRefusedBeforeAnyChange) {
     definition.height = std::numeric_limits<double>::infinity();
     EXPECT_EQ(document->appendAttributeDefinition(door, definition, id), Acad::eInvalidInput);
     EXPECT_EQ(document->setBlockTableRecordOrigin(door, {0, nan, 0}), Acad::eInvalidInput);
-    EXPECT_EQ(document->toBytes(), readBytes(kData / "r12-layouts.dxf"));
+    EXPECT_EQ(document->toBytes(), readBytes(kDxfData / "r12-layouts.dxf"));
 }
 
-TEST(DxfDocumentInsert, AttributePromptsLeaveOutConstantAttributes) {
-    const auto document = openFixture("r12-layouts.dxf");
-    ASSERT_TRUE(document);
-    const auto prompts = document->attributePrompts(blockId(*document, L"DOOR"));
-    ASSERT_EQ(prompts.size(), 1u);
-    EXPECT_EQ(prompts[0].tag, L"WIDTH");
-    EXPECT_EQ(prompts[0].defaultValue, L"90");
-    EXPECT_TRUE(document->attributePrompts(blockId(*document, L"*Model_Space")).empty());
-    EXPECT_TRUE(document->attributePrompts(AcDbObjectId()).empty());
-}
-
-TEST(DxfDocumentInsert, GivenValuesReplaceTheDefaults) {
-    const auto document = openFixture("r2018-small.dxf");
-    ASSERT_TRUE(document);
-    AcDbBlockReference reference;
-    reference.blockTableRecord = blockId(*document, L"Door");
-    AcDbObjectId id;
-    ASSERT_EQ(document->insertBlockReference(reference, {L"Breite \u00e4"}, id), Acad::eOk);
-    EXPECT_TRUE(holds(document->toBytes(), dxf("40 0.5|1 Breite \xc3\xa4|41 1.0", "\r\n")));
-}
-
-TEST(DxfDocumentUndo, TakingBackTheOnlyInsertGivesTheFilesOwnBytes) {
+TEST(DxfDocumentUndo, TakingBackTheOnlyInsertGivesTheFilesOwnBytesAndCountsAsAnEdit) {
     for (const char* name : {"r12-layouts.dxf", "r2018-small.dxf"}) {
         SCOPED_TRACE(name);
         const auto document = openFixture(name);
@@ -401,13 +368,22 @@ TEST(DxfDocumentUndo, TakingBackTheOnlyInsertGivesTheFilesOwnBytes) {
         const std::string before = document->toBytes();
         AcDbBlockReference reference;
         reference.blockTableRecord = document->blockReferences(DxfSpace::Model).empty()
-                                         ? blockId(*document, L"DOOR")
-                                         : blockId(*document, L"Door");
+                                         ? blockIdOf(*document, L"DOOR")
+                                         : blockIdOf(*document, L"Door");
+        EXPECT_EQ(document->editCount(), 0u);
         AcDbObjectId inserted;
         ASSERT_EQ(document->insertBlockReference(reference, inserted), Acad::eOk);
         ASSERT_NE(document->toBytes(), before);
+        const auto afterInsert = document->editCount();
+        EXPECT_GT(afterInsert, 0u);
         AcDbObjectId erased;
         ASSERT_EQ(document->eraseLastInsertedReference(erased), Acad::eOk);
+        // Taking back is an edit too; reading a variable is none.
+        EXPECT_GT(document->editCount(), afterInsert);
+        const auto afterErase = document->editCount();
+        resbuf value;
+        ASSERT_EQ(document->getVar(L"DWGNAME", value), RTNORM);
+        EXPECT_EQ(document->editCount(), afterErase);
         EXPECT_EQ(erased, inserted);
         EXPECT_EQ(document->toBytes(), before);
         AcDbBlockReference opened;
@@ -417,11 +393,11 @@ TEST(DxfDocumentUndo, TakingBackTheOnlyInsertGivesTheFilesOwnBytes) {
 }
 
 TEST(DxfDocumentUndo, R12WithHandlesGetsItsSeedBack) {
-    const auto document = open("r12-handles.dxf", r12WithHandles());
+    const auto document = openDrawing("r12-handles.dxf", r12WithHandles());
     ASSERT_TRUE(document);
     const std::string before = document->toBytes();
     AcDbBlockReference reference;
-    reference.blockTableRecord = blockId(*document, L"DOOR");
+    reference.blockTableRecord = blockIdOf(*document, L"DOOR");
     AcDbObjectId id;
     ASSERT_EQ(document->insertBlockReference(reference, id), Acad::eOk);
     ASSERT_EQ(document->eraseLastInsertedReference(id), Acad::eOk);
@@ -436,7 +412,7 @@ TEST(DxfDocumentUndo, InsertsComeBackLastFirstAndLeaveOtherEditsAlone) {
     ASSERT_TRUE(document);
     const std::size_t references = document->blockReferences(DxfSpace::Model).size();
     AcDbBlockReference reference;
-    reference.blockTableRecord = blockId(*document, L"Door");
+    reference.blockTableRecord = blockIdOf(*document, L"Door");
     AcDbObjectId first;
     AcDbObjectId second;
     ASSERT_EQ(document->insertBlockReference(reference, first), Acad::eOk);
@@ -461,26 +437,9 @@ TEST(DxfDocumentUndo, InsertsComeBackLastFirstAndLeaveOtherEditsAlone) {
     EXPECT_EQ(document->blockReferences(DxfSpace::Model).size(), references);
 }
 
-TEST(DxfDocumentUndo, EveryChangeCountsAsAnEdit) {
-    const auto document = openFixture("r12-layouts.dxf");
-    ASSERT_TRUE(document);
-    EXPECT_EQ(document->editCount(), 0u);
-    AcDbBlockReference reference;
-    reference.blockTableRecord = blockId(*document, L"DOOR");
-    AcDbObjectId id;
-    ASSERT_EQ(document->insertBlockReference(reference, id), Acad::eOk);
-    const auto afterInsert = document->editCount();
-    EXPECT_GT(afterInsert, 0u);
-    ASSERT_EQ(document->eraseLastInsertedReference(id), Acad::eOk);
-    EXPECT_GT(document->editCount(), afterInsert);
-    const auto afterErase = document->editCount();
-    resbuf value;
-    ASSERT_EQ(document->getVar(L"DWGNAME", value), RTNORM);
-    EXPECT_EQ(document->editCount(), afterErase);
-}
-
 TEST(DxfDocumentFile, SectionsAndTablesAreMadeWhenTheFileLacksThem) {
-    const auto document = open("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
+    const auto document =
+        openDrawing("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
     ASSERT_TRUE(document);
     AcDbObjectId style;
     ASSERT_EQ(document->addTextStyle({L"QTBTABLE", L"simpheb.shx"}, style), Acad::eOk);
@@ -493,18 +452,15 @@ TEST(DxfDocumentFile, SectionsAndTablesAreMadeWhenTheFileLacksThem) {
                   "QTB0001|1 |0 ENDBLK|8 0|0 ENDSEC|0 SECTION|2 ENTITIES|0 ENDSEC|0 EOF"));
 }
 
-TEST(DxfDocumentFile, UnchangedDrawingsWriteTheirOwnBytes) {
+TEST(DxfDocumentFile, UnchangedDrawingsWriteTheirOwnBytesAndTellTheirForm) {
     for (const char* name : {"r12-layouts.dxf", "r2018-small.dxf"}) {
         const auto document = openFixture(name);
         ASSERT_TRUE(document);
-        EXPECT_EQ(document->toBytes(), readBytes(kData / name)) << name;
+        EXPECT_EQ(document->toBytes(), readBytes(kDxfData / name)) << name;
+        EXPECT_FALSE(document->isBinary());
     }
-}
-
-TEST(DxfDocumentFile, VersionAndFormAreReported) {
     EXPECT_EQ(openFixture("r12-layouts.dxf")->version(), "AC1009");
-    EXPECT_EQ(open("tiny.dxf", "  0\nEOF\n")->version(), "");
-    EXPECT_FALSE(openFixture("r2018-small.dxf")->isBinary());
+    EXPECT_EQ(openDrawing("tiny.dxf", "  0\nEOF\n")->version(), "");
 }
 
 TEST(DxfDocumentVariables, R12KeepsThemInItsHeader) {
@@ -531,7 +487,8 @@ TEST(DxfDocumentVariables, R12KeepsThemInItsHeader) {
 }
 
 TEST(DxfDocumentVariables, R12WithoutThemGainsThemInItsHeader) {
-    const auto document = open("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
+    const auto document =
+        openDrawing("tiny.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
     ASSERT_TRUE(document);
     resbuf value;
     ASSERT_EQ(document->getVar(L"ATTREQ", value), RTNORM);
@@ -550,7 +507,7 @@ TEST(DxfDocumentVariables, FromR2000OnTheyLiveInTheSession) {
     ASSERT_EQ(document->setVar(L"ATTREQ", resbuf::shortValue(0)), RTNORM);
     ASSERT_EQ(document->getVar(L"ATTREQ", value), RTNORM);
     EXPECT_EQ(value.resval.rint, 0);
-    EXPECT_EQ(document->toBytes(), readBytes(kData / "r2018-small.dxf"));
+    EXPECT_EQ(document->toBytes(), readBytes(kDxfData / "r2018-small.dxf"));
 }
 
 }  // namespace

@@ -1,20 +1,16 @@
 // Block names read from 8-bit drawings (code pages 1251, 1252, 1253) and from "\U+XXXX" escapes,
-// through the module's functions: counted against a UTF-8 price list that spells them in another
-// case, sorted and looked up by the inventory, and numbered past by the table's serial names.
+// through the module's functions: sorted and looked up by the inventory in any case, and numbered
+// past by the table's serial names. (Counting them against a price list: the console's tests.)
 #include <gtest/gtest.h>
 
 #include <clocale>
-#include <tuple>
 
-#include "bom/BomCalculation.h"
-#include "bom/BomRows.h"
 #include "bom/PriceTable.h"
 #include "host/dxf/dxfdocument.h"
 #include "host/scripted/scriptededitor.h"
 #include "inventory/BlockNamesCont.h"
-#include "tests/TempFolder.h"
 #include "tests/host/EncodedNameDrawings.h"
-#include "tests/host/dxf/DxfTestSupport.h"
+#include "tests/host/TestName.h"
 #include "text/CaseRules.h"
 
 namespace {
@@ -31,24 +27,7 @@ protected:
 
     std::unique_ptr<DxfDocument> m_document;
     ScriptedEditor m_editor;
-    TempFolder m_folder;
 };
-
-TEST_P(DxfEncodedNames, CountAsTheListsNamesInAnotherCase) {
-    m_folder.write("list.prc", kEncodedNamePrices);
-    BomCalculation calculation;
-    ASSERT_TRUE(calculation.LoadPriceList(m_folder.wpath("list.prc")));
-    std::vector<AcDbObjectId> ids;
-    for (const auto& reference : m_document->blockReferences(DxfSpace::Model)) ids.push_back(reference.id);
-    m_editor.answerSelection(RTNORM, ids);
-    ASSERT_TRUE(calculation.CountSelection());
-
-    std::vector<std::tuple<std::wstring, int, std::wstring>> rows;
-    for (const auto& row : calculation.Results())
-        rows.emplace_back(row.name, row.quantity, FormatMoney(row.total));
-    EXPECT_EQ(rows, GetParam().rows);
-    EXPECT_TRUE(m_editor.callsOf(L"acedAlert").empty());
-}
 
 TEST_P(DxfEncodedNames, SortAndAreFoundByTheInventoryInAnyCase) {
     BlockNamesCont names;
@@ -83,11 +62,7 @@ TEST_P(DxfEncodedNames, AreFoundInTheBlockTableInAnyCaseWhateverTheLocale) {
 }
 
 INSTANTIATE_TEST_SUITE_P(CodePages, DxfEncodedNames, ::testing::ValuesIn(encodedNameDrawings()),
-                         [](const auto& info) {
-                             std::string name = info.param.file.substr(0, info.param.file.find('.'));
-                             for (char& c : name) c = std::isalnum(static_cast<unsigned char>(c)) ? c : '_';
-                             return name;
-                         });
+                         [](const auto& info) { return testName(info.param.file); });
 
 TEST(DxfEncodedTableNames, TheNextTableNumberCountsEscapedAndLowerCaseNames) {
     FixtureDrawing drawing;

@@ -2,18 +2,14 @@
 // table entries, and the tags behind an id.
 #include <gtest/gtest.h>
 
-#include "host/dxf/dxfdocument.h"
 #include "host/dxf/dxfviews.h"
 #include "tests/host/dxf/DxfTestSupport.h"
+#include "tests/host/dxf/OpenDrawing.h"
 
 namespace {
 
-const std::filesystem::path kData = std::filesystem::path(TARNWICK_TEST_DATA) / "dxf";
-
 std::unique_ptr<DxfDocument> openFixture(const char* name) {
-    auto read = DxfDocument::readBytes(name, readBytes(kData / name));
-    EXPECT_TRUE(read.isOk()) << read.errorString();
-    return read.isOk() ? read.takeValue() : nullptr;
+    return openDrawing(name, readBytes(kDxfData / name));
 }
 
 // The entity type (code 0) of each id, and its name (code 2) when it has one.
@@ -30,13 +26,7 @@ std::vector<std::string> describe(const DxfDocument& document,
     return out;
 }
 
-AcDbObjectId blockId(const DxfDocument& document, const std::wstring& name) {
-    AcDbObjectId id;
-    EXPECT_EQ(document.getBlockTableRecordId(name, id), Acad::eOk);
-    return id;
-}
-
-TEST(DxfEntityAccess, SpacesListTheirOwnEntitiesInFileOrder) {
+TEST(DxfEntityAccess, SpacesBlocksAndTablesListTheirOwnEntriesInFileOrder) {
     const auto document = openFixture("r12-layouts.dxf");
     ASSERT_TRUE(document);
     EXPECT_EQ(describe(*document, document->entityIds(DxfSpace::Model)),
@@ -48,12 +38,8 @@ TEST(DxfEntityAccess, SpacesListTheirOwnEntitiesInFileOrder) {
     // The references the selection hands out are the same objects.
     const auto model = document->entityIds(DxfSpace::Model);
     EXPECT_EQ(document->blockReferences(DxfSpace::Model)[1].id, model[1]);
-}
-
-TEST(DxfEntityAccess, BlocksListTheirDefinitionAndBegin) {
-    const auto document = openFixture("r12-layouts.dxf");
-    ASSERT_TRUE(document);
-    const AcDbObjectId door = blockId(*document, L"DOOR");
+    // A block lists its definition and has its begin.
+    const AcDbObjectId door = blockIdOf(*document, L"DOOR");
     EXPECT_EQ(describe(*document, document->blockEntityIds(door)),
               (std::vector<std::string>{"LINE", "ATTDEF WIDTH", "ATTDEF MAKER"}));
     const DxfBlockBeginView begin =
@@ -62,11 +48,6 @@ TEST(DxfEntityAccess, BlocksListTheirDefinitionAndBegin) {
     EXPECT_EQ(begin.basePoint, (AcGePoint3d{1, 2, 0}));
     EXPECT_TRUE(document->blockEntityIds(AcDbObjectId()).empty());
     EXPECT_TRUE(document->blockBeginId(document->entityIds(DxfSpace::Model)[0]).isNull());
-}
-
-TEST(DxfEntityAccess, TablesAndUnknownIds) {
-    const auto document = openFixture("r12-layouts.dxf");
-    ASSERT_TRUE(document);
     EXPECT_EQ(describe(*document, document->tableEntryIds("LAYER")),
               (std::vector<std::string>{"LAYER 0", "LAYER WALLS"}));
     EXPECT_TRUE(document->tableEntryIds("UCS").empty());
@@ -77,8 +58,9 @@ TEST(DxfEntityAccess, TablesAndUnknownIds) {
 TEST(DxfEntityAccess, EditsAppearWhereTheyAreWritten) {
     const auto document = openFixture("r2018-small.dxf");
     ASSERT_TRUE(document);
+    EXPECT_EQ(document->decodeText("T\xFCr"), L"T\u00FCr");  // in the drawing's code page
     AcDbBlockReference reference;
-    reference.blockTableRecord = blockId(*document, L"Door");
+    reference.blockTableRecord = blockIdOf(*document, L"Door");
     reference.position = {5, 6, 0};
     AcDbObjectId inserted;
     ASSERT_EQ(document->insertBlockReference(reference, inserted), Acad::eOk);
@@ -120,12 +102,6 @@ TEST(DxfEntityAccess, PartsOfAPolylineInTheFile) {
               (std::vector<AcDbObjectId>{model[1], model[2], model[3]}));
     EXPECT_TRUE(document.entityParts(model[4]).empty());
     EXPECT_TRUE(document.entityParts(AcDbObjectId()).empty());
-}
-
-TEST(DxfEntityAccess, TextIsDecodedInTheDrawingsCodePage) {
-    const auto document = openFixture("r2018-small.dxf");
-    ASSERT_TRUE(document);
-    EXPECT_EQ(document->decodeText("T\xFCr"), L"T\u00FCr");
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "host/scripted/memorydatabase.h"
 #include "host/scripted/scriptededitor.h"
 #include "tests/TempFolder.h"
+#include "tests/host/TestName.h"
 #include "tests/host/dxf/DxfTestSupport.h"
 
 namespace {
@@ -142,11 +143,6 @@ INSTANTIATE_TEST_SUITE_P(
                       Case{"libredwg-example-2018.dxf", {7.25, -3.5, 0}, 3.0, 0},
                       Case{"acadsharp-sample-r2004-binary.dxf", {1, 1, 0}, 1.0, 0},
                       Case{"netdxf-sample-binary.dxf", {5, 5, 0}, 2.0, 90}),
-    [](const ::testing::TestParamInfo<Case>& info) {
-        std::string name;
-        for (const char* p = info.param.file; *p != '\0' && *p != '.'; ++p)
-            name += std::isalnum(static_cast<unsigned char>(*p)) ? *p : '_';
-        return name;
-    });
+    [](const auto& info) { return testName(info.param.file); });
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "host/dxf/dxftagfile.h"
+#include "tests/host/TestName.h"
 
 namespace {
 
@@ -85,11 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {0},
                   false},
         AsciiCase{"blank handle", "  0\nLINE\n  5\n\n", {{0, "LINE"}, {5, ""}}, {0}, false}),
-    [](const auto& info) {
-        std::string name = info.param.name;
-        for (char& ch : name) ch = std::isalnum(static_cast<unsigned char>(ch)) ? ch : '_';
-        return name;
-    });
+    [](const auto& info) { return testName(info.param.name); });
 
 struct RefusedCase {
     std::string input;
@@ -284,7 +281,7 @@ TEST(AddedTags, TakeTheFormOfTheirFile) {
     EXPECT_EQ(added(narrow, group), std::string("\xff\xea\x03{\x00", 5));
 }
 
-TEST(AddedTags, ReadBackLikeTheFilesOwn) {
+TEST(AddedTags, ReadBackLikeTheFilesOwnAndKeepTheirViews) {
     auto file = DxfTagFile::parse("plan.dxf", "  0\nEOF\n");
     ASSERT_TRUE(file.isOk());
     DxfTagFile& f = file.value();
@@ -299,17 +296,12 @@ TEST(AddedTags, ReadBackLikeTheFilesOwn) {
     EXPECT_EQ(f.originalTagCount(), 1u);
     EXPECT_EQ(f.location(text), "plan.dxf");
     EXPECT_EQ(f.location(0), "plan.dxf:1");
-}
-
-TEST(AddedTags, ViewsOfThemSurviveLaterAdditions) {
-    auto file = DxfTagFile::parse("plan.dxf", "  0\nEOF\n");
-    ASSERT_TRUE(file.isOk());
-    DxfTagFile& f = file.value();
-    const std::string_view text = f.value(f.appendString(1, "a default text longer than a short string"));
-    const std::string_view raw = f.raw(f.appendString(2, "TAG"));
+    // Views of them survive later additions.
+    const std::string_view view = f.value(f.appendString(1, "a default text longer than a short string"));
+    const std::string_view rawView = f.raw(f.appendString(2, "TAG"));
     for (int i = 0; i < 10000; ++i) f.appendString(1, std::string(100, 'x'));
-    EXPECT_EQ(text, "a default text longer than a short string");
-    EXPECT_EQ(raw, "  2\nTAG\n");
+    EXPECT_EQ(view, "a default text longer than a short string");
+    EXPECT_EQ(rawView, "  2\nTAG\n");
 }
 
 }  // namespace

@@ -4,15 +4,14 @@
 
 #include <filesystem>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "tests/RunProcess.h"
+#include "tests/host/Utf8.h"
 
 // The shared corpus beside the checkout (../shared/corpus); empty when it is not there.
 std::filesystem::path corpusFolder();
 std::string readBytes(const std::filesystem::path& path);
-std::string utf8(std::wstring_view text);
 
 // Runs /usr/bin/python3 with the script and arguments.
 ProcessResult runPython(const std::filesystem::path& script,

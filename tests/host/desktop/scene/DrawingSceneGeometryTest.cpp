@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "host/desktop/scene/drawingscene.h"
+#include "tests/host/TestName.h"
 #include "tests/host/desktop/SceneTestSupport.h"
 
 namespace {
@@ -36,7 +37,12 @@ struct GeometryRow {
     const char* entity;  // tags
     SceneRect bounds;
     const char* kinds;
+    const char* blocks = "";  // the block definitions the entity shows
 };
+
+// Block B: a line from its base point to (2,1).
+constexpr const char* kBlockB =
+    "0 BLOCK|8 0|2 B|70 0|10 0|20 0|30 0|0 LINE|8 0|10 0|20 0|11 2|21 1|0 ENDBLK|8 0";
 
 const GeometryRow kGeometry[] = {
     {"line", "0 LINE|8 0|10 1|20 2|30 0|11 4|21 6|31 0", {1, 2, 4, 6}, "P"},
@@ -108,13 +114,23 @@ const GeometryRow kGeometry[] = {
      "A"},
     {"image frame", "0 IMAGE|8 0|10 0|20 0|11 0.5|21 0|12 0|22 0.5|13 10|23 4", {0, 0, 5, 2}, "P"},
     {"leader", "0 LEADER|8 0|76 2|10 0|20 0|10 3|20 4", {0, 0, 3, 4}, "P"},
+    {"mirrored and scaled reference",
+     "0 INSERT|8 0|2 B|10 0|20 0|41 -1|42 3",
+     {-2, 0, 0, 3},
+     "R",
+     kBlockB},
+    {"grid of references",
+     "0 INSERT|8 0|2 B|10 0|20 0|70 2|71 3|44 10|45 5",
+     {0, 0, 12, 11},
+     "RRRRRR",
+     kBlockB},
 };
 
 class SceneGeometry : public ::testing::TestWithParam<GeometryRow> {};
 
 TEST_P(SceneGeometry, EntityBecomesPrimitivesInItsBox) {
     const GeometryRow& row = GetParam();
-    const auto document = readTestDrawing(testDrawing({{"0"}}, "", row.entity));
+    const auto document = readTestDrawing(testDrawing({{"0"}}, row.blocks, row.entity));
     ASSERT_TRUE(document);
     const DrawingScene scene(*document, DxfSpace::Model);
     ASSERT_EQ(scene.entityCount(), 1u);
@@ -125,13 +141,7 @@ TEST_P(SceneGeometry, EntityBecomesPrimitivesInItsBox) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Entities, SceneGeometry, ::testing::ValuesIn(kGeometry),
-                         [](const auto& info) {
-                             std::string name = info.param.name;
-                             for (char& c : name) {
-                                 if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-                             }
-                             return name;
-                         });
+                         [](const auto& info) { return testName(info.param.name); });
 
 TEST(SceneGeometryEdges, WhatTheViewDoesNotDrawIsLeftOut) {
     const auto document = readTestDrawing(testDrawing(
@@ -164,27 +174,6 @@ TEST(SceneReferences, NestedTransformsApplyInsideOut) {
     // The same line found through the hit test, which walks the references too.
     EXPECT_EQ(scene.pick({90, 99}, 0.01), scene.entity(0).id);
     EXPECT_FALSE(scene.pick({91, 99}, 0.5));
-}
-
-TEST(SceneReferences, MirroredAndScaledReferences) {
-    const auto document = readTestDrawing(testDrawing(
-        {{"0"}}, "0 BLOCK|8 0|2 B|70 0|10 0|20 0|30 0|0 LINE|8 0|10 0|20 0|11 2|21 1|0 ENDBLK|8 0",
-        "0 INSERT|8 0|2 B|10 0|20 0|41 -1|42 3"));
-    ASSERT_TRUE(document);
-    const DrawingScene scene(*document, DxfSpace::Model);
-    ASSERT_EQ(scene.entityCount(), 1u);
-    EXPECT_TRUE(near(scene.boundsOf(0), {-2, 0, 0, 3}));
-}
-
-TEST(SceneReferences, GridsOfReferences) {
-    const auto document = readTestDrawing(testDrawing(
-        {{"0"}}, "0 BLOCK|8 0|2 B|70 0|10 0|20 0|30 0|0 LINE|8 0|10 0|20 0|11 1|21 0|0 ENDBLK|8 0",
-        "0 INSERT|8 0|2 B|10 0|20 0|70 2|71 3|44 10|45 5"));
-    ASSERT_TRUE(document);
-    const DrawingScene scene(*document, DxfSpace::Model);
-    ASSERT_EQ(scene.entityCount(), 1u);
-    EXPECT_EQ(kindsOf(scene, 0), "RRRRRR");
-    EXPECT_TRUE(near(scene.boundsOf(0), {0, 0, 11, 10}));
 }
 
 TEST(SceneReferences, ABlockThatShowsItselfStopsThere) {

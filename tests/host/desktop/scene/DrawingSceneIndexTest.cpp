@@ -52,26 +52,17 @@ std::vector<SceneRect> someRectangles() {
     return rects;
 }
 
-TEST(SceneIndex, NotBuiltUntilAskedFor) {
-    const auto document = scatteredDrawing();
-    ASSERT_TRUE(document);
-    const DrawingScene scene(*document, DxfSpace::Model);
-    EXPECT_FALSE(scene.indexBuilt());
-    EXPECT_FALSE(scene.extents().isEmpty());
-    EXPECT_FALSE(scene.indexBuilt());
-    std::vector<std::uint32_t> found;
-    scene.entitiesIn({0, 0, 10, 10}, found);
-    EXPECT_TRUE(scene.indexBuilt());
-}
-
 TEST(SceneIndex, BuiltOnFirstUseItFindsWhatEveryBoxSays) {
     const auto document = scatteredDrawing();
     ASSERT_TRUE(document);
     const DrawingScene scene(*document, DxfSpace::Model, 2);
+    EXPECT_FALSE(scene.extents().isEmpty());
+    EXPECT_FALSE(scene.indexBuilt());
     std::vector<std::uint32_t> found;
     for (const SceneRect& rect : someRectangles()) {
         scene.entitiesIn(rect, found);
         ASSERT_EQ(found, bruteForce(scene, rect));
+        EXPECT_TRUE(scene.indexBuilt());
     }
 }
 
@@ -87,7 +78,6 @@ TEST(SceneIndex, BuiltBehindTheCallerItAnswersTheSame) {
     scene.entitiesIn(middle, found);
     EXPECT_TRUE(scene.indexBuilt());
     EXPECT_EQ(found, bruteForce(scene, middle));
-    EXPECT_LE(scene.crossingSelect(middle).size(), found.size());
 }
 
 TEST(SceneIndex, AnEditWhileTheIndexIsBuiltWaitsAndIsFound) {

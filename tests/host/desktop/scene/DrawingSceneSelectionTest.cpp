@@ -57,6 +57,10 @@ TEST_F(SceneSelection, PickFindsTheNearestEntityWithinTheTolerance) {
         {{41, 0.5}, 0.1, "", 3},           // inside the text's box
         {{5, -1}, 0.5, "", std::nullopt},  // the line on the layer that is off
         {{5, 0}, 0.5, "SPLINE", std::nullopt},
+        // The nearer of two wins: the square's lower edge, then the line's end or the circle.
+        {{30.5, 0.3}, 1.0, "", 2},
+        {{17.5, 0}, 8.0, "", 1},
+        {{12.5, 0}, 8.0, "", 0},
     };
     for (const Row& row : rows) {
         const auto picked = m_scene->pick(row.point, row.tolerance, row.type);
@@ -65,14 +69,6 @@ TEST_F(SceneSelection, PickFindsTheNearestEntityWithinTheTolerance) {
                          : std::nullopt;
         EXPECT_EQ(picked, expected) << row.point.x << "," << row.point.y << " " << row.type;
     }
-}
-
-TEST_F(SceneSelection, TheNearerOfTwoWins) {
-    // The square's lower edge (y = 0 from x = 30) and nothing else near; then a point between
-    // the line's end and the circle picks the nearer.
-    EXPECT_EQ(m_scene->pick({30.5, 0.3}, 1.0), box());
-    EXPECT_EQ(m_scene->pick({17.5, 0}, 8.0), circle());
-    EXPECT_EQ(m_scene->pick({12.5, 0}, 8.0), line());
 }
 
 TEST_F(SceneSelection, WindowTakesWhatIsInsideCrossingAlsoWhatCrossesItsEdges) {
@@ -92,16 +88,15 @@ TEST_F(SceneSelection, WindowTakesWhatIsInsideCrossingAlsoWhatCrossesItsEdges) {
     EXPECT_EQ(m_scene->crossingSelect({-5, -5, 50, 5}, "SPLINE"), Ids{});
 }
 
-std::string readFile(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
+std::unique_ptr<DxfDocument> readTestData(const char* name) {
+    std::ifstream in(std::filesystem::path(TARNWICK_TEST_DATA) / "dxf" / name, std::ios::binary);
     std::stringstream bytes;
     bytes << in.rdbuf();
-    return bytes.str();
+    return readTestDrawing(bytes.str());
 }
 
 TEST(SceneEdits, AnInsertedReferenceAppearsAndCanBeTakenAway) {
-    const auto document = readTestDrawing(
-        readFile(std::filesystem::path(TARNWICK_TEST_DATA) / "dxf/r2018-small.dxf"));
+    const auto document = readTestData("r2018-small.dxf");
     ASSERT_TRUE(document);
     DrawingScene scene(*document, DxfSpace::Model);
     const std::size_t before = scene.entityCount();
@@ -143,8 +138,7 @@ TEST(SceneEdits, AnInsertedReferenceAppearsAndCanBeTakenAway) {
 }
 
 TEST(SceneEdits, OnlyEntitiesOfTheScenesSpaceAreAdded) {
-    const auto document = readTestDrawing(
-        readFile(std::filesystem::path(TARNWICK_TEST_DATA) / "dxf/r12-layouts.dxf"));
+    const auto document = readTestData("r12-layouts.dxf");
     ASSERT_TRUE(document);
     DrawingScene model(*document, DxfSpace::Model);
     const DrawingScene paper(*document, DxfSpace::Paper);

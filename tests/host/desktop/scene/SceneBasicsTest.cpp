@@ -76,12 +76,12 @@ TEST(AciPalette, KnownColours) {
         EXPECT_EQ(aciColor(foreground), kSceneForeground);
 }
 
-TEST(SceneTextFormat, TextCodes) {
+TEST(SceneTextFormat, TextCodesAndMTextFormatting) {
     struct Row {
         const wchar_t* input;
         const wchar_t* expected;
     };
-    const Row rows[] = {
+    const Row texts[] = {
         {L"plain", L"plain"},
         {L"45%%d", L"45\u00B0"},
         {L"%%C50 %%p0.1", L"\u230050 \u00B10.1"},
@@ -90,15 +90,8 @@ TEST(SceneTextFormat, TextCodes) {
         {L"%%065B", L"AB"},
         {L"50%", L"50%"},
     };
-    for (const Row& row : rows) EXPECT_EQ(plainText(row.input), row.expected) << row.input;
-}
-
-TEST(SceneTextFormat, MTextFormatting) {
-    struct Row {
-        const wchar_t* input;
-        const wchar_t* expected;
-    };
-    const Row rows[] = {
+    for (const Row& row : texts) EXPECT_EQ(plainText(row.input), row.expected) << row.input;
+    const Row mtexts[] = {
         {L"one\\Ptwo", L"one\ntwo"},
         {L"{\\fArial|b1|i0;Bold} text", L"Bold text"},
         {L"\\A1;\\H2.5x;big\\W0.8;narrow", L"bignarrow"},
@@ -111,7 +104,7 @@ TEST(SceneTextFormat, MTextFormatting) {
         {L"\\pxqc;centred", L"centred"},
         {L"20%%d", L"20\u00B0"},
     };
-    for (const Row& row : rows) EXPECT_EQ(plainMText(row.input), row.expected) << row.input;
+    for (const Row& row : mtexts) EXPECT_EQ(plainMText(row.input), row.expected) << row.input;
 }
 
 TEST(SceneCurves, BulgeOfOneIsAHalfCircleTurningLeft) {
@@ -188,45 +181,8 @@ TEST(SceneNumbers, PlainDecimalsReadWithinAnUlp) {
     }
 }
 
-TEST(SceneGridIndex, QueriesFindWhatABruteForceSearchFinds) {
-    std::mt19937 random(11);
-    std::uniform_real_distribution<double> position(-1000, 1000);
-    std::exponential_distribution<double> size(0.05);
-    std::vector<SceneRect> boxes;
-    for (int i = 0; i < 5000; ++i) {
-        const double x = position(random);
-        const double y = position(random);
-        const double w = i % 50 == 0 ? 1500 : i % 7 == 0 ? 0 : size(random);
-        boxes.push_back({x, y, x + w, y + size(random)});
-    }
-    boxes[3] = SceneRect{};  // an entity that draws nothing
-    SceneGridIndex index;
-    SceneBoxLists lists;
-    lists.add(std::span<const SceneRect>(boxes).first(4000));
-    lists.add(std::span<const SceneRect>(boxes).subspan(4000));
-    SceneRect all;
-    for (const SceneRect& box : boxes) all.unite(box);
-    index.build(lists, all, 3);
-    EXPECT_EQ(index.size(), 4999u);
-    EXPECT_GT(index.levels(), 3);
-    for (int q = 0; q < 200; ++q) {
-        const double x = position(random) * 1.2;
-        const double y = position(random) * 1.2;
-        const double w = q % 10 == 0 ? 3000 : size(random) * 4;
-        const SceneRect rect{x, y, x + w, y + w};
-        std::vector<std::uint32_t> found;
-        index.query(rect, lists, found);
-        const std::set<std::uint32_t> got(found.begin(), found.end());
-        EXPECT_EQ(got.size(), found.size()) << "an item came twice";
-        std::set<std::uint32_t> expected;
-        for (std::uint32_t i = 0; i < boxes.size(); ++i) {
-            if (boxes[i].intersects(rect)) expected.insert(i);
-        }
-        EXPECT_EQ(got, expected) << q;
-    }
-}
-
-TEST(SceneGridIndex, ItemsAddedLaterAreFound) {
+// Queries over a whole scene against a look at every box: the scene index's tests.
+TEST(SceneGridIndex, ItemsAddedLaterOutsideTheGridAreFound) {
     std::vector<SceneRect> boxes{{0, 0, 1, 1}, {10, 10, 11, 11}};
     SceneGridIndex index;
     SceneBoxLists lists;

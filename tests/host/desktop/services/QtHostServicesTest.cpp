@@ -48,16 +48,13 @@ const Answer kAnswers[] = {
     {MB_YESNOCANCEL | MB_ICONEXCLAMATION, QMessageBox::Cancel, IDCANCEL},
 };
 
-TEST(QtWindowServices, MessageBoxesAnswerWithTheButtonClicked) {
+TEST(QtWindowServices, MessageBoxesAnswerWithTheButtonClickedOrEscape) {
     const QtWindowServices services;
     for (const auto& [type, clicked, expected] : kAnswers) {
         whenModal([clicked = clicked](QWidget* modal) { clickButton(modal, clicked); });
         EXPECT_EQ(AfxMessageBox(L"Save changes to a.prc", type), expected) << type;
     }
-}
-
-TEST(QtWindowServices, EscapeCancelsAQuestionWithCancelAndTheBoxShowsTheText) {
-    const QtWindowServices services;
+    // Esc cancels a question with Cancel; the box shows the text.
     QString shown;
     whenModal([&shown](QWidget* modal) {
         shown = qobject_cast<QMessageBox*>(modal)->text();
@@ -113,16 +110,6 @@ TEST(QtHostDialogs, AnExistingFileIsWhatOpenAccepts) {
     std::wstring path;
     ASSERT_EQ(runFileDialog(nullptr, L"Open", folder.wpath("doors.prc"), L"prc", 2, path), RTNORM);
     EXPECT_EQ(path, folder.wpath("doors.prc"));
-}
-
-TEST(QtHostDialogs, TheAlertShowsTheMessageWithoutItsLeadingLineBreak) {
-    QString shown;
-    whenModal([&shown](QWidget* modal) {
-        shown = qobject_cast<QMessageBox*>(modal)->text();
-        clickButton(modal, QMessageBox::Ok);
-    });
-    EXPECT_EQ(showAlertBox(nullptr, L"\nCannot open the object INSERT"), RTNORM);
-    EXPECT_EQ(shown, "Cannot open the object INSERT");
 }
 
 }  // namespace

@@ -7,7 +7,7 @@ namespace {
 
 void Handler() {}
 
-TEST(CommandListing, AlignsGroupNamesAndFlagsUnderAHeading) {
+TEST(CommandListing, AlignsGroupNamesAndFlagsUnderAHeadingAlsoForNone) {
     AcEdCommandStack stack;
     stack.addCommand(L"BlockPrice_Group", L"BlockPrice_Global", L"RZBOMT", 0, Handler);
     stack.addCommand(L"G", L"Stühle_Global", L"STÜHLE", 1, Handler);
@@ -15,9 +15,6 @@ TEST(CommandListing, AlignsGroupNamesAndFlagsUnderAHeading) {
               "Group             Global name        Local name  Flags\n"
               "BlockPrice_Group  BlockPrice_Global  RZBOMT      0\n"
               "G                 St\xc3\xbchle_Global      ST\xc3\x9cHLE      1\n");
-}
-
-TEST(CommandListing, AnEmptyStackHasTheHeadingOnly) {
     EXPECT_EQ(listCommands(AcEdCommandStack()), "Group  Global name  Local name  Flags\n");
 }
 

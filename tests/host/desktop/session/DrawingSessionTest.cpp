@@ -1,4 +1,5 @@
-// The desktop host's open drawing: new, opened, saved, and what the document manager hears.
+// The desktop host's open drawing: new, opened, and what the document manager hears. (Modified and
+// saved: the shell's and the end-to-end tests.)
 #include <gtest/gtest.h>
 
 #include "host/api/acdbdatabase.h"
@@ -56,22 +57,6 @@ TEST(DrawingSession, AFileThatCannotBeReadLeavesTheDrawingOpen) {
     EXPECT_FALSE(status.isOk());
     EXPECT_NE(status.errorString().find("broken.dxf:"), std::string::npos) << status.errorString();
     EXPECT_EQ(session.drawingName(), L"floorplan.dxf");
-}
-
-TEST(DrawingSession, AnInsertMakesItModifiedUntilSaved) {
-    TempFolder folder;
-    DrawingSession session;
-    ASSERT_TRUE(session.open(kFloorPlan).isOk());
-    AcDbBlockReference reference;
-    ASSERT_EQ(session.document().getBlockTableRecordId(L"DOOR", reference.blockTableRecord),
-              Acad::eOk);
-    AcDbObjectId id;
-    ASSERT_EQ(session.document().insertBlockReference(reference, id), Acad::eOk);
-    EXPECT_TRUE(session.isModified());
-    ASSERT_TRUE(session.saveAs(folder.path("copy.dxf")).isOk());
-    EXPECT_FALSE(session.isModified());
-    EXPECT_EQ(session.drawingName(), L"copy.dxf");
-    EXPECT_TRUE(session.hasFile());
 }
 
 }  // namespace

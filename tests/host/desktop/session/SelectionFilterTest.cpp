@@ -26,7 +26,8 @@ TEST(SelectionFilter, WildcardsAsCadProgramsKnowThem) {
             << testing::PrintToString(std::wstring(c.text));
 }
 
-TEST(SelectionFilter, TypeLayerAndNameFromTheirGroupCodes) {
+// Other group codes are refused: the desktop editor's tests, with the message the user sees.
+TEST(SelectionFilter, TypeLayerAndNameFromTheirGroupCodesAndNoneWithoutAFilter) {
     const std::vector<resbuf> items{resbuf::groupCode(0, L"INSERT"), resbuf::groupCode(8, L"FURN*"),
                                     resbuf::groupCode(2, L"DESK,CHAIR")};
     const SelectionFilterResult made = makeSelectionFilter(&items);
@@ -38,20 +39,10 @@ TEST(SelectionFilter, TypeLayerAndNameFromTheirGroupCodes) {
     EXPECT_TRUE(made.filter->acceptsBlockName(L"chair"));
     EXPECT_FALSE(made.filter->acceptsBlockName(L"DOOR"));
     EXPECT_TRUE(made.filter->needsReferenceData());
-}
-
-TEST(SelectionFilter, NoFilterAcceptsEverything) {
-    const SelectionFilterResult made = makeSelectionFilter(nullptr);
-    ASSERT_TRUE(made.filter);
-    EXPECT_TRUE(made.filter->acceptsType(L"CIRCLE"));
-    EXPECT_FALSE(made.filter->needsReferenceData());
-}
-
-TEST(SelectionFilter, OtherGroupCodesAreRefusedWithTheirNumber) {
-    const std::vector<resbuf> items{resbuf::groupCode(0, L"INSERT"), resbuf::groupCode(62, L"1")};
-    const SelectionFilterResult made = makeSelectionFilter(&items);
-    EXPECT_FALSE(made.filter);
-    EXPECT_EQ(made.error, L"selection filters on group code 62 are not supported");
+    const SelectionFilterResult none = makeSelectionFilter(nullptr);
+    ASSERT_TRUE(none.filter);
+    EXPECT_TRUE(none.filter->acceptsType(L"CIRCLE"));
+    EXPECT_FALSE(none.filter->needsReferenceData());
 }
 
 }  // namespace

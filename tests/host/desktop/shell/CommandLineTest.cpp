@@ -1,7 +1,6 @@
-// The command line: printed text and answers, the typed lines' history, Enter and Esc.
+// The command line: printed text and answers, and the typed lines' history.
 #include <gtest/gtest.h>
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include "host/desktop/shell/commandline.h"
@@ -21,23 +20,7 @@ TEST(CommandLine, PrintedTextKeepsItsLastLineOpenUntilAnswered) {
     EXPECT_EQ(line.openLine(), QStringLiteral("third"));
 }
 
-TEST(CommandLine, EnterSubmitsTheLineAlsoWhenEmptyAndEscCancels) {
-    CommandLine line;
-    line.show();
-    QSignalSpy submitted(&line, &CommandLine::submitted);
-    QSignalSpy cancelled(&line, &CommandLine::cancelled);
-    QTest::keyClicks(&line.input(), QStringLiteral("10,20"));
-    QTest::keyClick(&line.input(), Qt::Key_Return);
-    QTest::keyClick(&line.input(), Qt::Key_Return);
-    QTest::keyClicks(&line.input(), QStringLiteral("half typed"));
-    QTest::keyClick(&line.input(), Qt::Key_Escape);
-    ASSERT_EQ(submitted.count(), 2);
-    EXPECT_EQ(submitted[0][0].toString(), QStringLiteral("10,20"));
-    EXPECT_EQ(submitted[1][0].toString(), QString());
-    EXPECT_EQ(cancelled.count(), 1);
-    EXPECT_EQ(line.input().text(), QString());
-}
-
+// Enter and Esc with real keys: every prompt of the shell's tests.
 TEST(CommandLine, UpAndDownWalkTheTypedLinesAndComeBackToTheDraft) {
     CommandLine line;
     line.show();

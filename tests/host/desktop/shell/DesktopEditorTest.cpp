@@ -15,29 +15,12 @@
 
 namespace {
 
-// Where a drawing point lands once it has gone through a pixel of the view.
-AcGePoint3d throughPixel(MainWindow& window, const AcGePoint3d& point) {
-    return onPixel(window, point);
-}
-
-class DesktopEditorTest : public ::testing::Test {
+class DesktopEditorTest : public ShellTest {
 protected:
-    void SetUp() override {
-        m_window = makeWindow();
-        m_driver = std::make_unique<PromptDriver>(*m_window);
-    }
-    void TearDown() override { EXPECT_TRUE(m_driver->finished()) << "input left over"; }
-
-    QString history() { return m_window->commandLine().history(); }
-    void openFloorPlan() {
-        ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(kFloorPlan.string())));
-    }
-
-    std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<PromptDriver> m_driver;
+    void openR12() { open(kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf"); }
 };
 
-TEST_F(DesktopEditorTest, ATypedPointAnswersThePointPrompt) {
+TEST_F(DesktopEditorTest, TypedPointsAnswerThePointPromptAndAnythingElseIsAskedAgain) {
     m_driver->type(QStringLiteral("10,20")).type(QStringLiteral("1.5,-2,3"));
     ads_point point;
     ASSERT_EQ(acedGetPoint(nullptr, L"\nFirst point: ", point), RTNORM);
@@ -48,14 +31,17 @@ TEST_F(DesktopEditorTest, ATypedPointAnswersThePointPrompt) {
         << history().toStdString();
     EXPECT_EQ(m_driver->prompts(),
               (QStringList{QStringLiteral("First point: "), QStringLiteral("Second point: ")}));
-}
-
-TEST_F(DesktopEditorTest, RelativePointsStartFromTheBasePoint) {
+    // Relative points start from the base point.
     m_driver->type(QStringLiteral("@2,-1"));
     const ads_point base{5, 5, 0};
-    ads_point point;
     ASSERT_EQ(acedGetPoint(&base, L"\nTo point: ", point), RTNORM);
     EXPECT_EQ(point, (ads_point{7, 4, 0}));
+    // Text that is no point is asked again; Esc cancels.
+    m_driver->type(QStringLiteral("here")).type(QStringLiteral("1,2")).escape();
+    ASSERT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNORM);
+    EXPECT_TRUE(history().contains(QStringLiteral("Corner: here\nInvalid point.\nCorner: 1,2")));
+    EXPECT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTCAN);
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Corner: *Cancel*\n")));
 }
 
 TEST_F(DesktopEditorTest, InitGetOneRefusesAnEmptyAnswer) {
@@ -72,28 +58,6 @@ TEST_F(DesktopEditorTest, InitGetOneRefusesAnEmptyAnswer) {
     EXPECT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNONE);
 }
 
-TEST_F(DesktopEditorTest, TextThatIsNoPointIsAskedAgain) {
-    m_driver->type(QStringLiteral("here")).type(QStringLiteral("1,2"));
-    ads_point point;
-    ASSERT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNORM);
-    EXPECT_TRUE(history().contains(QStringLiteral("Corner: here\nInvalid point.\nCorner: 1,2")));
-}
-
-TEST_F(DesktopEditorTest, EscCancelsThePrompt) {
-    m_driver->escape();
-    ads_point point;
-    EXPECT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTCAN);
-    EXPECT_TRUE(history().endsWith(QStringLiteral("Corner: *Cancel*\n")));
-}
-
-TEST_F(DesktopEditorTest, AClickInTheViewPicksThePoint) {
-    const AcGePoint3d target{3, 4, 0};
-    m_driver->click(target);
-    ads_point point;
-    ASSERT_EQ(acedGetPoint(nullptr, L"\nCorner: ", point), RTNORM);
-    EXPECT_EQ(point, throughPixel(*m_window, target));
-}
-
 TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
     const AcGePoint3d moved{2, 3, 0};
     const AcGePoint3d picked{4, 1, 0};
@@ -107,10 +71,10 @@ TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
     resbuf result;
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 5);
-    EXPECT_EQ(result.resval.rpoint, throughPixel(*m_window, moved));
+    EXPECT_EQ(result.resval.rpoint, onPixel(*m_window, moved));
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 3);
-    EXPECT_EQ(result.resval.rpoint, throughPixel(*m_window, picked));
+    EXPECT_EQ(result.resval.rpoint, onPixel(*m_window, picked));
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 2);
     EXPECT_EQ(result.resval.rint, 13);
@@ -122,10 +86,9 @@ TEST_F(DesktopEditorTest, GrReadReportsCursorSamplesPicksAndKeys) {
     EXPECT_EQ(result.resval.rint, 'q');
     EXPECT_EQ(acedGrRead(9, &type, &result), RTCAN);
     // The status line follows the cursor.
-    EXPECT_EQ(m_window->cursorPosition().text(),
-              QStringLiteral("%1, %2")
-                  .arg(throughPixel(*m_window, picked).x, 0, 'f', 4)
-                  .arg(throughPixel(*m_window, picked).y, 0, 'f', 4));
+    EXPECT_EQ(m_window->cursorPosition().text(), QStringLiteral("%1, %2")
+                                                     .arg(onPixel(*m_window, picked).x, 0, 'f', 4)
+                                                     .arg(onPixel(*m_window, picked).y, 0, 'f', 4));
 }
 
 TEST_F(DesktopEditorTest, InputThatComesBeforeTheNextPromptWaitsForIt) {
@@ -143,7 +106,7 @@ TEST_F(DesktopEditorTest, InputThatComesBeforeTheNextPromptWaitsForIt) {
     EXPECT_EQ(type, 5);
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 3);
-    EXPECT_EQ(result.resval.rpoint, throughPixel(*m_window, picked));
+    EXPECT_EQ(result.resval.rpoint, onPixel(*m_window, picked));
     ASSERT_EQ(acedGrRead(9, &type, &result), RTNORM);
     EXPECT_EQ(type, 2);
     EXPECT_EQ(m_driver->prompts().size(), 1);
@@ -189,13 +152,6 @@ TEST_F(DesktopEditorTest, VariablesOfTheSessionAndOfTheDrawing) {
     EXPECT_EQ(acedSetVar(L"NOSUCHVAR", &zero), RTERROR);
 }
 
-TEST_F(DesktopEditorTest, PrintedTextReachesTheCommandLine) {
-    acutPrintf(L"\n%d blocks counted", 46);
-    acutPrintf(L"\nand %ls", L"printed");
-    EXPECT_TRUE(history().endsWith(QStringLiteral("46 blocks counted\nand printed")))
-        << history().toStdString();
-}
-
 TEST_F(DesktopEditorTest, AnAlertIsABoxTheUserCloses) {
     QString shown;
     QTimer::singleShot(0, [&] {
@@ -238,7 +194,7 @@ std::vector<AcDbObjectId> selectionOf(const ads_name& set) {
 
 const std::vector<resbuf> kInsertsOnly{resbuf::groupCode(0, L"INSERT")};
 
-TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInside) {
+TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInsideAndTheFilterNarrows) {
     openFloorPlan();
     // The lower row of desks and chairs lies wholly inside; the door at (5,0) and the window at
     // (8,0) do not.
@@ -248,18 +204,27 @@ TEST_F(DesktopEditorTest, ATypedWindowSelectsTheReferencesInside) {
         .type(QString());
     ads_name set;
     ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &kInsertsOnly, set), RTNORM);
-    const auto expected = referencesWithin(m_window->shell().drawing().document(), 1, 1.5, 10, 4);
+    const auto expected = referencesWithin(shell().drawing().document(), 1, 1.5, 10, 4);
     EXPECT_EQ(expected.size(), 6u);
     EXPECT_EQ(selectionOf(set), expected);
     EXPECT_TRUE(
         history().contains(QStringLiteral("Select objects: W\nSpecify first corner: 1,1.5\nSpecify "
                                           "opposite corner: 10,4\n6 found\nSelect objects: \n")))
         << history().toStdString();
+    // A crossing, narrowed by block name.
+    const std::vector<resbuf> doors{resbuf::groupCode(0, L"INSERT"), resbuf::groupCode(2, L"DOOR")};
+    m_driver->type(QStringLiteral("C"))
+        .type(QStringLiteral("20,20"))
+        .type(QStringLiteral("-1,-1"))
+        .type(QString());
+    ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &doors, set), RTNORM);
+    EXPECT_EQ(selectionOf(set),
+              referencesWithin(shell().drawing().document(), -1, -1, 20, 20, L"DOOR"));
 }
 
 TEST_F(DesktopEditorTest, PicksAndImpliedWindowsAddUp) {
     openFloorPlan();
-    const DxfDocument& document = m_window->shell().drawing().document();
+    const DxfDocument& document = shell().drawing().document();
     // A pick on the door at (5,0), a pick on nothing that starts a window to the left (a crossing),
     // and the door again, which is no new entity.
     m_driver->click({5, 0, 0})
@@ -274,19 +239,6 @@ TEST_F(DesktopEditorTest, PicksAndImpliedWindowsAddUp) {
         expected.push_back(id);
     EXPECT_EQ(selectionOf(set), expected);
     EXPECT_EQ(expected.size(), 2u);
-}
-
-TEST_F(DesktopEditorTest, TheFilterNarrowsBySelectedBlockName) {
-    openFloorPlan();
-    const std::vector<resbuf> doors{resbuf::groupCode(0, L"INSERT"), resbuf::groupCode(2, L"DOOR")};
-    m_driver->type(QStringLiteral("C"))
-        .type(QStringLiteral("20,20"))
-        .type(QStringLiteral("-1,-1"))
-        .type(QString());
-    ads_name set;
-    ASSERT_EQ(acedSSGet(nullptr, nullptr, nullptr, &doors, set), RTNORM);
-    EXPECT_EQ(selectionOf(set),
-              referencesWithin(m_window->shell().drawing().document(), -1, -1, 20, 20, L"DOOR"));
 }
 
 TEST_F(DesktopEditorTest, EscCancelsTheSelectionAndNothingSelectedIsAnError) {
@@ -330,9 +282,8 @@ std::vector<resbuf> insertArguments(const wchar_t* block, const ads_point& at, d
 }
 
 TEST_F(DesktopEditorTest, InsertWithAttreqOffTakesTheDefaultsSilentlyWhenEchoIsOff) {
-    ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(
-        (kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf").string())));
-    DxfDocument& document = m_window->shell().drawing().document();
+    openR12();
+    DxfDocument& document = shell().drawing().document();
     const std::size_t before = document.blockReferences(DxfSpace::Model).size();
     const std::size_t defaults = occurrences(document.toBytes(), "\n  1\n90\n");
     const resbuf zero = resbuf::shortValue(0);
@@ -351,9 +302,8 @@ TEST_F(DesktopEditorTest, InsertWithAttreqOffTakesTheDefaultsSilentlyWhenEchoIsO
 }
 
 TEST_F(DesktopEditorTest, InsertWithAttreqOnWantsTheAttributeValues) {
-    ASSERT_TRUE(m_window->shell().openDrawing(QString::fromStdString(
-        (kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf").string())));
-    DxfDocument& document = m_window->shell().drawing().document();
+    openR12();
+    DxfDocument& document = shell().drawing().document();
     const std::size_t before = document.blockReferences(DxfSpace::Model).size();
     // Too few arguments: the command is cancelled, not left waiting.
     EXPECT_EQ(acedCommandS(insertArguments(L"DOOR", {3, 4, 0}, 1.0)), RTCAN);
@@ -378,7 +328,7 @@ TEST_F(DesktopEditorTest, CommandsThatDoNotExistAreRejected) {
 
 // Files at the command line (FILEDIA 0).
 
-TEST_F(DesktopEditorTest, AFileIsTypedWithItsExtensionAddedAndTheDefaultOnEnter) {
+TEST_F(DesktopEditorTest, AFileIsTypedWithItsExtensionAddedTheDefaultOnEnterAndCancelledIfMissing) {
     TempFolder folder;
     folder.write("doors.prc", "Door|450|Interior door\n");
     const QString doors = QString::fromStdString(folder.path("doors"));
@@ -388,20 +338,14 @@ TEST_F(DesktopEditorTest, AFileIsTypedWithItsExtensionAddedAndTheDefaultOnEnter)
     EXPECT_EQ(result.resval.rstring, folder.wpath("doors.prc"));
     ASSERT_EQ(acedGetFileD(L"Open", folder.wpath("doors.prc").c_str(), L"prc", 2, &result), RTNORM);
     EXPECT_EQ(result.resval.rstring, folder.wpath("doors.prc"));
-}
-
-TEST_F(DesktopEditorTest, AMissingFileOrAnUnwantedReplacementIsACancel) {
-    TempFolder folder;
-    folder.write("doors.prc", "Door|450|Interior door\n");
+    // A missing file or an unwanted replacement is a cancel.
     const QString missing = QString::fromStdString(folder.path("missing.prc"));
-    const QString doors = QString::fromStdString(folder.path("doors.prc"));
     m_driver->type(missing)
-        .type(doors)
+        .type(doors + QStringLiteral(".prc"))
         .type(QStringLiteral("N"))
-        .type(doors)
+        .type(doors + QStringLiteral(".prc"))
         .type(QStringLiteral("y"))
         .escape();
-    resbuf result;
     EXPECT_EQ(acedGetFileD(L"Open", L"", L"prc", 2, &result), RTERROR);
     EXPECT_TRUE(history().contains(QStringLiteral("Cannot find \"%1\".").arg(missing)));
     EXPECT_EQ(acedGetFileD(L"Save", L"", L"prc", 1, &result), RTERROR);

@@ -1,14 +1,11 @@
 // The shell: commands typed at the command line, modules' commands, transparent commands, scripts,
-// drawings opened, saved and quit, UNDO of the last insert, and the rubber band with the mouse.
+// drawings opened, saved and quit, and UNDO of the last insert. (The rubber band: the end-to-end
+// tests, with the module's own placement.)
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
 #include <QTest>
-#include <cmath>
-#include <fstream>
 
-#include "host/api/acapdocmanager.h"
-#include "host/api/acrxregistry.h"
 #include "host/desktop/scene/drawingscene.h"
 #include "tests/TempFolder.h"
 #include "tests/host/desktop/shell/ShellTestSupport.h"
@@ -21,30 +18,20 @@ const std::filesystem::path kChecker =
 
 QString path(const std::filesystem::path& file) { return QString::fromStdString(file.string()); }
 
-class DesktopShellTest : public ::testing::Test {
+class DesktopShellTest : public ShellTest {
 protected:
-    void SetUp() override {
-        m_window = makeWindow();
-        m_driver = std::make_unique<PromptDriver>(*m_window);
+    // Writes the script and runs it until the shell is idle again.
+    bool runScript(const std::string& text) {
+        m_folder.write("run.scr", text);
+        return runUntilIdle(*m_window, [&] {
+            shell().startScript(QString::fromStdString(m_folder.path("run.scr")));
+        });
     }
-    void TearDown() override { EXPECT_TRUE(m_driver->finished()) << "input left over"; }
 
-    QString history() { return m_window->commandLine().history(); }
-    DesktopShell& shell() { return m_window->shell(); }
-    void openFloorPlan() { ASSERT_TRUE(shell().openDrawing(path(kFloorPlan))); }
-
-    std::unique_ptr<MainWindow> m_window;
-    std::unique_ptr<PromptDriver> m_driver;
+    TempFolder m_folder;
 };
 
-TEST_F(DesktopShellTest, AnUnknownCommandIsNamedAndTheShellGoesOn) {
-    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("frobnicate")));
-    EXPECT_TRUE(history().endsWith(
-        QStringLiteral("Command: frobnicate\nUnknown command \"FROBNICATE\".\nCommand: ")))
-        << history().toStdString();
-}
-
-TEST_F(DesktopShellTest, ModuleCommandsRunByLocalAndGlobalName) {
+TEST_F(DesktopShellTest, ModuleCommandsRunByLocalAndGlobalNameUntilUnknownOnceUnloaded) {
     ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
     EXPECT_TRUE(history().contains(QStringLiteral("good.arx successfully loaded.")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("hello")));
@@ -57,8 +44,10 @@ TEST_F(DesktopShellTest, ModuleCommandsRunByLocalAndGlobalName) {
     m_driver->type(QStringLiteral("U")).type(QStringLiteral("good"));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ARX")));
     EXPECT_TRUE(history().contains(QStringLiteral("good successfully unloaded.")));
-    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("HELLO")));
-    EXPECT_TRUE(history().endsWith(QStringLiteral("Unknown command \"HELLO\".\nCommand: ")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("hello")));
+    EXPECT_TRUE(
+        history().endsWith(QStringLiteral("Command: hello\nUnknown command \"HELLO\".\nCommand: ")))
+        << history().toStdString();
 }
 
 TEST_F(DesktopShellTest, BrokenModulesGiveOneMessageEachAndTheHostStaysUp) {
@@ -161,14 +150,13 @@ TEST_F(DesktopShellTest, ZoomTakesAWindowClickedWithTheMouseAFactorAndTheExtents
 }
 
 TEST_F(DesktopShellTest, InsertAndUndoLeaveTheFileAsItWas) {
-    TempFolder folder;
     openFloorPlan();
     m_driver->type(QStringLiteral("DOOR"))
         .type(QStringLiteral("3,3"))
         .type(QString())
         .type(QString())
         .type(QString())
-        .type(QString::fromStdString(folder.path("undone.dxf")));
+        .type(QString::fromStdString(m_folder.path("undone.dxf")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("INSERT")));
     EXPECT_TRUE(shell().drawing().isModified());
     EXPECT_TRUE(m_window->isWindowModified());
@@ -189,33 +177,23 @@ TEST_F(DesktopShellTest, InsertAndUndoLeaveTheFileAsItWas) {
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVEAS")));
     EXPECT_TRUE(history().contains(
         QStringLiteral("Command: UNDO\nINSERT undone.\nCommand: U\nNothing to undo.")));
-    EXPECT_EQ(folder.read("undone.dxf"), readBytes(kFloorPlan));
+    EXPECT_EQ(m_folder.read("undone.dxf"), readBytes(kFloorPlan));
     EXPECT_EQ(shell().drawing().drawingName(), L"undone.dxf");
     EXPECT_EQ(m_window->windowTitle(), QStringLiteral("undone.dxf[*] - Tarnwick CAD"));
 }
 
-TEST_F(DesktopShellTest, OpeningADrawingTellsTheDocumentManager) {
-    struct Recorder final : AcApDocManagerReactor {
-        Recorder() { acDocManagerPtr()->addReactor(this); }
-        ~Recorder() override { acDocManagerPtr()->removeReactor(this); }
-        void documentCreated(AcApDocument* d) override { events.push_back(L"+" + d->fileName()); }
-        void documentToBeDestroyed(AcApDocument* d) override {
-            events.push_back(L"-" + d->fileName());
-        }
-        std::vector<std::wstring> events;
-    } recorder;
+// What the document manager hears of it: the drawing session's tests.
+TEST_F(DesktopShellTest, OpenAsksForTheDrawingAndTitlesTheWindow) {
     m_driver->type(path(kFloorPlan));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("OPEN")));
-    EXPECT_EQ(recorder.events,
-              (std::vector<std::wstring>{L"-Drawing1.dxf", L"+" + kFloorPlan.wstring()}));
+    EXPECT_EQ(shell().drawing().drawingName(), L"floorplan.dxf");
     EXPECT_EQ(m_window->windowTitle(), QStringLiteral("floorplan.dxf[*] - Tarnwick CAD"));
 }
 
 TEST_F(DesktopShellTest, ANewDrawingIsSavedUnderANameAskedFor) {
-    TempFolder folder;
-    m_driver->type(QString::fromStdString(folder.path("first")));
+    m_driver->type(QString::fromStdString(m_folder.path("first")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
-    EXPECT_TRUE(std::filesystem::exists(folder.path("first.dxf")));
+    EXPECT_TRUE(std::filesystem::exists(m_folder.path("first.dxf")));
     EXPECT_EQ(shell().drawing().drawingName(), L"first.dxf");
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
     EXPECT_TRUE(
@@ -242,53 +220,12 @@ TEST_F(DesktopShellTest, QuitAsksAboutUnsavedWorkAndClosesTheWindow) {
     EXPECT_FALSE(m_window->isVisible());
 }
 
-TEST_F(DesktopShellTest, TheRubberBandFollowsTheMouseAndSetsTheScale) {
-    ASSERT_TRUE(shell().loadModule(path(kTestModules / "placer.arx")));
-    openFloorPlan();
-    DxfDocument& document = shell().drawing().document();
-    const AcGePoint3d corner{10, 5, 0};
-    const AcGePoint3d dragged{11.8, 4.5, 0};
-    std::size_t vectorsWhileDragging = 0;
-    m_driver->click(corner).then([&] { moveMouse(*m_window, dragged); }).then([&] {
-        vectorsWhileDragging = vectorCount(*m_window);
-        clickAt(*m_window, dragged);
-    });
-    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("PLACEDOOR")));
-    const AcGePoint3d p0 = onPixel(*m_window, corner);
-    const AcGePoint3d p1 = onPixel(*m_window, dragged);
-    // The door is 0.9 by 0.9: dragged farther across than down, the width follows the cursor.
-    const double scale = std::fabs(p1.x - p0.x) / 0.9;
-    EXPECT_EQ(vectorsWhileDragging, 4u);
-    EXPECT_EQ(vectorCount(*m_window), 0u);
-    AcDbBlockReference placed;
-    ASSERT_EQ(
-        document.openBlockReference(document.blockReferences(DxfSpace::Model).back().id, placed),
-        Acad::eOk);
-    EXPECT_EQ(placed.position, p0);
-    EXPECT_DOUBLE_EQ(placed.scaleFactors.sx, scale);
-    EXPECT_DOUBLE_EQ(placed.scaleFactors.sy, scale);
-    EXPECT_TRUE(history().contains(QStringLiteral(
-        "Upper left corner of table: \nLower right corner (or RETURN): \nCommand: ")))
-        << history().toStdString();
-    // The four variables are back: OSMODE takes what SNAPMODE was, as the module does it.
-    resbuf value;
-    for (const wchar_t* name : {L"ATTREQ", L"CMDECHO"}) {
-        ASSERT_EQ(acedGetVar(name, &value), RTNORM);
-        EXPECT_EQ(value.resval.rint, 1) << name;
-    }
-}
-
 TEST_F(DesktopShellTest, AScriptDrivesACommandUnattended) {
     if (!haveEzdxf()) GTEST_SKIP() << "Debian's python3-ezdxf is not installed";
-    TempFolder folder;
-    const std::string saved = folder.path("placed.dxf");
-    std::ofstream(folder.path("place.scr"))
-        << "OPEN\n"
-        << kFloorPlan.string() << "\nZOOM\nE\nARX\nL\n"
-        << (kTestModules / "placer.arx").string() << "\nPLACEDOOR\n10,5\n\nSAVEAS\n"
-        << saved << "\n";
-    ASSERT_TRUE(runUntilIdle(
-        *m_window, [&] { shell().startScript(QString::fromStdString(folder.path("place.scr"))); }));
+    const std::string saved = m_folder.path("placed.dxf");
+    ASSERT_TRUE(runScript("OPEN\n" + kFloorPlan.string() + "\nZOOM\nE\nARX\nL\n" +
+                          (kTestModules / "placer.arx").string() + "\nPLACEDOOR\n10,5\n\nSAVEAS\n" +
+                          saved + "\n"));
     EXPECT_TRUE(history().contains(
         QStringLiteral("Command: PLACEDOOR\nUpper left corner of table: 10,5\nLower right corner "
                        "(or RETURN): \nCommand: SAVEAS")))
@@ -299,24 +236,16 @@ TEST_F(DesktopShellTest, AScriptDrivesACommandUnattended) {
     EXPECT_FALSE(shell().drawing().isModified());
 }
 
-TEST_F(DesktopShellTest, AlertsWhileAScriptRunsGoToTheCommandLine) {
-    TempFolder folder;
-    std::ofstream(folder.path("warn.scr")) << "WARN\n";
+TEST_F(DesktopShellTest, AlertsWhileAScriptRunsGoToTheCommandLineAndEscStopsIt) {
     ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
-    ASSERT_TRUE(runUntilIdle(
-        *m_window, [&] { shell().startScript(QString::fromStdString(folder.path("warn.scr"))); }));
+    ASSERT_TRUE(runScript("WARN\n"));
     EXPECT_TRUE(history().endsWith(QStringLiteral("Command: WARN\nSomething to see\nCommand: ")))
         << history().toStdString();
-}
-
-TEST_F(DesktopShellTest, EscStopsAScript) {
-    TempFolder folder;
-    std::ofstream(folder.path("stop.scr")) << "INSERT\nDOOR\nHELLO\n";
+    // Esc stops a script.
     openFloorPlan();
     // The script runs out at the insertion point; Esc there ends the command and the script.
     m_driver->escape();
-    ASSERT_TRUE(runUntilIdle(
-        *m_window, [&] { shell().startScript(QString::fromStdString(folder.path("stop.scr"))); }));
+    ASSERT_TRUE(runScript("INSERT\nDOOR\nHELLO\n"));
     EXPECT_TRUE(
         history().endsWith(QStringLiteral("Specify insertion point: HELLO\nInvalid point.\nSpecify "
                                           "insertion point: *Cancel*\nCommand: ")))

@@ -2,6 +2,8 @@
 // and mouse events at the moment the prompt starts to wait.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QObject>
 #include <QPointF>
 #include <QString>
@@ -61,3 +63,23 @@ bool runCommandLine(MainWindow& window, const QString& line);
 
 // A main window with FILEDIA 0, so that files are asked for on the command line.
 std::unique_ptr<MainWindow> makeWindow();
+
+// Such a window and its prompt driver; what a test gives the driver must all be used.
+class ShellTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        m_window = makeWindow();
+        m_driver = std::make_unique<PromptDriver>(*m_window);
+    }
+    void TearDown() override { EXPECT_TRUE(m_driver->finished()) << "input left over"; }
+
+    QString history() const { return m_window->commandLine().history(); }
+    DesktopShell& shell() { return m_window->shell(); }
+    void open(const std::filesystem::path& drawing) {
+        ASSERT_TRUE(shell().openDrawing(QString::fromStdString(drawing.string())));
+    }
+    void openFloorPlan() { open(kFloorPlan); }
+
+    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<PromptDriver> m_driver;
+};

@@ -25,12 +25,6 @@ ProcessResult RunTool(const std::vector<std::string>& arguments) {
     return runProcess(kTool, arguments);
 }
 
-TEST(PricesTool, HelpTellsTheUsage) {
-    const ProcessResult result = RunTool({"--help"});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_TRUE(result.out.starts_with("usage: tarnwick-prices [LIST.prc] [--drawing PLAN.dxf]\n"));
-}
-
 TEST(PricesTool, ADrawingThatCannotBeReadIsToldInOneLine) {
     TempFolder folder;
     folder.write("broken.dxf", "0\nSECTION\n2\nENTITIES\n0\nLINE\n10\nabc\n");
@@ -52,7 +46,10 @@ TEST(PricesTool, ADrawingThatCannotBeReadIsToldInOneLine) {
     }
 }
 
-TEST(PricesTool, BadUsageIsToldWithTheUsage) {
+TEST(PricesTool, HelpAndBadUsageTellTheUsage) {
+    const ProcessResult help = RunTool({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    EXPECT_TRUE(help.out.starts_with("usage: tarnwick-prices [LIST.prc] [--drawing PLAN.dxf]\n"));
     const struct {
         std::vector<std::string> arguments;
         std::string firstLine;

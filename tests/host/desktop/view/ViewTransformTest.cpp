@@ -1,7 +1,6 @@
-// The mapping between drawing and pixels, and the exclusive-or rules of the overlay vectors.
+// The mapping between drawing and pixels. (The overlay vectors: the drawing view's tests.)
 #include <gtest/gtest.h>
 
-#include "host/desktop/view/overlayvectors.h"
 #include "host/desktop/view/viewtransform.h"
 
 namespace {
@@ -23,19 +22,8 @@ TEST(ViewTransform, WorldYGoesUpPixelsGoDown) {
     EXPECT_EQ(QPointF(p.x, p.y), QPointF(52, 23));
 }
 
-TEST(ViewTransform, ZoomKeepsTheAnchorPanMovesWithThePixels) {
-    ViewTransform view({0, 0}, 1.0, QSize(200, 100));
-    const ScenePoint before = view.toWorld({30, 40});
-    view.zoomAbout({30, 40}, 4.0);
-    EXPECT_EQ(view.pixelsPerUnit(), 4.0);
-    expectNear(view.toWorld({30, 40}), before);
-    view.panBy({8, -4});
-    expectNear(view.toWorld({38, 36}), before);
-    view.zoomAbout({0, 0}, 0.0);  // refused
-    EXPECT_EQ(view.pixelsPerUnit(), 4.0);
-}
-
-TEST(ViewTransform, FitShowsTheWholeRectangle) {
+// Zoom about the cursor and pan with the mouse: the drawing view's tests.
+TEST(ViewTransform, FitShowsTheWholeRectangleAndZeroZoomIsRefused) {
     ViewTransform view({}, 1.0, QSize(200, 100));
     view.fit({0, 0, 10, 10}, 0.1);
     // The height decides: 80 usable pixels for 10 units.
@@ -47,29 +35,8 @@ TEST(ViewTransform, FitShowsTheWholeRectangle) {
     EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 2.0);
     view.fit(SceneRect{});
     EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 2.0);
-}
-
-TEST(OverlayVectors, ExclusiveOrInkTakesAVectorAwayWhenDrawnAgain) {
-    OverlayVectors vectors;
-    const OverlayVector a{{0, 0}, {10, 0}, -1, false};
-    const OverlayVector b{{10, 0}, {10, 5}, -1, false};
-    vectors.draw(a);
-    vectors.draw(b);
-    EXPECT_EQ(vectors.vectors().size(), 2u);
-    vectors.draw(a);
-    EXPECT_EQ(vectors.vectors(), std::vector<OverlayVector>{b});
-    // The same vector the other way round covers the same pixels.
-    vectors.draw({{10, 5}, {10, 0}, -1, true});
-    EXPECT_TRUE(vectors.isEmpty());
-    // Ink of a colour stays, however often it is drawn.
-    const OverlayVector red{{0, 0}, {1, 1}, 1, false};
-    vectors.draw(red);
-    vectors.draw(red);
-    EXPECT_EQ(vectors.vectors().size(), 2u);
-    vectors.draw({{0, 0}, {1, 1}, -1, false});
-    EXPECT_EQ(vectors.vectors().size(), 3u);
-    vectors.clear();
-    EXPECT_TRUE(vectors.isEmpty());
+    view.zoomAbout({0, 0}, 0.0);  // refused
+    EXPECT_DOUBLE_EQ(view.pixelsPerUnit(), 2.0);
 }
 
 }  // namespace

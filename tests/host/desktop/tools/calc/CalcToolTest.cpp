@@ -16,6 +16,7 @@
 #include "tests/ModalDialogs.h"
 #include "tests/RunProcess.h"
 #include "tests/TempFolder.h"
+#include "tests/host/TestName.h"
 
 namespace {
 
@@ -110,12 +111,22 @@ TEST_F(CalcToolTest, InsertPutsTheTableAtTheTypedCornerIntoACopy) {
     EXPECT_TRUE(m_alerts.empty());
 }
 
-TEST_F(CalcToolTest, ATypedLowerRightCornerScalesTheTable) {
+TEST_F(CalcToolTest, ATypedLowerRightCornerScalesTheTableAndMinusOCanNameTheInput) {
     // Ten rows and the headings make the table 33 units high: 66 units down is scale 2.
-    m_typed = {"21,9", "21,-57"};
-    const auto watch = Click(IDC_REPORT_INSERT);
-    EXPECT_EQ(Run(Plan({"-o", m_folder.path("scaled.dxf")})), kCalcToolOk);
-    EXPECT_EQ(Check("scaled.dxf", {"QTB0001", "--", "QTB0001", "21", "9", "2"}), "ok\n");
+    const struct {
+        std::deque<std::string> typed;
+        const char* output;
+        std::vector<std::string> expected;
+    } cases[] = {
+        {{"21,9", "21,-57"}, "scaled.dxf", {"QTB0001", "--", "QTB0001", "21", "9", "2"}},
+        {{"-10,12", ""}, "floorplan.dxf", {"QTB0001", "--", "QTB0001", "-10", "12", "1"}},
+    };
+    for (const auto& c : cases) {
+        m_typed = c.typed;
+        const auto watch = Click(IDC_REPORT_INSERT);
+        EXPECT_EQ(Run(Plan({"-o", m_folder.path(c.output)})), kCalcToolOk);
+        EXPECT_EQ(Check(c.output, c.expected), "ok\n");
+    }
 }
 
 TEST_F(CalcToolTest, AnythingButAPointIsAskedAgain) {
@@ -202,13 +213,6 @@ TEST_F(CalcToolTest, ADrawingThatCannotBeSavedIsLeftUntouched) {
     EXPECT_EQ(entries, 4u);  // the drawing, the list, the settings and taken.dxf: no leftovers
 }
 
-TEST_F(CalcToolTest, MinusONamingTheInputWritesOverIt) {
-    m_typed = {"-10,12", ""};
-    const auto watch = Click(IDC_REPORT_INSERT);
-    EXPECT_EQ(Run(Plan({"-o", m_folder.path("floorplan.dxf")})), kCalcToolOk);
-    EXPECT_EQ(Check("floorplan.dxf", {"QTB0001", "--", "QTB0001", "-10", "12", "1"}), "ok\n");
-}
-
 struct ErrorCase {
     const char* what;
     std::vector<std::string> arguments;  // "@" stands for the test's folder
@@ -266,13 +270,7 @@ INSTANTIATE_TEST_SUITE_P(
                   {"@corrupt.dxf"},
                   1,
                   "@corrupt.dxf:8: expected a number for group code 10, found \"not a number\""}),
-    [](const ::testing::TestParamInfo<ErrorCase>& info) {
-        std::string name = info.param.what;
-        for (char& c : name) {
-            if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
-        }
-        return name;
-    });
+    [](const auto& info) { return testName(info.param.what); });
 
 TEST(CalcToolProgram, AnswersHelpAndBadUsageFromTheCommandLine) {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 1);

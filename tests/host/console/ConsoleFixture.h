@@ -1,0 +1,50 @@
+// What the tests of `tarnwick` run as a program share: the example drawing and price list copied
+// into a folder of the test's own, and the program run on the files there.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "tests/RunProcess.h"
+#include "tests/TempFolder.h"
+
+class ConsoleTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        for (const char* name : {"floorplan.dxf", "prices.prc"}) {
+            std::filesystem::copy_file(std::string(TARNWICK_SOURCE_DIR) + "/examples/" + name,
+                                       m_folder.path(name));
+        }
+    }
+
+    // The text with a leading "@" standing for the folder.
+    std::string at(const std::string& text) const {
+        return text.starts_with("@") ? m_folder.path(text.substr(1)) : text;
+    }
+    ProcessResult tarnwick(std::vector<std::string> arguments) const {
+        for (std::string& argument : arguments) argument = at(argument);
+        return runProcess(TARNWICK_EXECUTABLE, arguments);
+    }
+    // `tarnwick bom` of the drawings with the example list, then the other arguments.
+    ProcessResult bom(const std::vector<std::string>& drawings,
+                      const std::vector<std::string>& more) const {
+        std::vector<std::string> arguments{"bom"};
+        for (const std::string& drawing : drawings) arguments.push_back("@" + drawing);
+        arguments.insert(arguments.end(), {"--prices", "@prices.prc"});
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return tarnwick(arguments);
+    }
+    std::vector<std::string> files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(m_folder.path("")))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+    TempFolder m_folder;
+};

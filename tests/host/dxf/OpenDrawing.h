@@ -1,0 +1,24 @@
+// Opening test drawings in the DXF database: a failure is reported and gives null.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "host/dxf/dxfdocument.h"
+
+inline const std::filesystem::path kDxfData = std::filesystem::path(TARNWICK_TEST_DATA) / "dxf";
+
+inline std::unique_ptr<DxfDocument> openDrawing(const std::string& name, const std::string& bytes) {
+    auto read = DxfDocument::readBytes(name, bytes);
+    EXPECT_TRUE(read.isOk()) << read.errorString();
+    return read.isOk() ? read.takeValue() : nullptr;
+}
+
+inline AcDbObjectId blockIdOf(const DxfDocument& document, const std::wstring& name) {
+    AcDbObjectId id;
+    EXPECT_EQ(document.getBlockTableRecordId(name, id), Acad::eOk);
+    return id;
+}
