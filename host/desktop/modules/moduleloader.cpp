@@ -99,18 +99,18 @@ bool send(ModuleEntryPoint entry, AcRx::AppMsgCode message, void* appId, std::st
 
 }  // namespace
 
-ModuleSpec::ModuleSpec(std::filesystem::path path) : m_path(std::move(path)) {}
+ModuleRecord::ModuleRecord(std::filesystem::path path) : m_path(std::move(path)) {}
 
-ModuleSpec::~ModuleSpec() = default;
+ModuleRecord::~ModuleRecord() = default;
 
 ModuleLoader::ModuleLoader(WarningHandler warnings) : m_warnings(std::move(warnings)) {}
 
 ModuleLoader::~ModuleLoader() {
     while (!m_modules.empty()) {
-        ModuleSpec& spec = *m_modules.back();
+        ModuleRecord& record = *m_modules.back();
         std::string ignored;
-        send(spec.m_entryPoint, AcRx::kUnloadAppMsg, spec.appId(), ignored);
-        close(spec);
+        send(record.m_entryPoint, AcRx::kUnloadAppMsg, record.appId(), ignored);
+        close(record);
         m_modules.pop_back();
     }
 }
@@ -119,65 +119,67 @@ void ModuleLoader::warn(const std::string& text) const {
     if (m_warnings) m_warnings(text);
 }
 
-ModuleStatus ModuleLoader::fail(ModuleSpec& spec, std::string reason) {
-    spec.m_state = ModuleState::Invalid;
-    spec.m_errorString = spec.name() + ": " + reason;
-    return ModuleStatus::error(spec.m_errorString);
+ModuleStatus ModuleLoader::fail(ModuleRecord& record, std::string reason) {
+    record.m_state = ModuleState::Invalid;
+    record.m_errorString = record.name() + ": " + reason;
+    return ModuleStatus::error(record.m_errorString);
 }
 
 ModuleStatus ModuleLoader::load(const std::filesystem::path& path) {
     std::error_code error;
-    auto spec =
-        std::make_unique<ModuleSpec>(std::filesystem::absolute(path, error).lexically_normal());
-    if (error) return fail(*spec, "cannot be found: " + error.message());
-    if (!std::filesystem::is_regular_file(spec->path(), error)) return fail(*spec, "no such file");
-    if (isLoaded(spec->path())) return fail(*spec, "already loaded");
+    auto record =
+        std::make_unique<ModuleRecord>(std::filesystem::absolute(path, error).lexically_normal());
+    if (error) return fail(*record, "cannot be found: " + error.message());
+    if (!std::filesystem::is_regular_file(record->path(), error))
+        return fail(*record, "no such file");
+    if (isLoaded(record->path())) return fail(*record, "already loaded");
 
-    const ModuleExports exports = readModuleExports(spec->path());
-    if (!exports.error.empty()) return fail(*spec, exports.error);
+    const ModuleExports exports = readModuleExports(record->path());
+    if (!exports.error.empty()) return fail(*record, exports.error);
     for (const char* name : {kEntryPointName, kApiVersionName}) {
         if (!exports.exports(name))
-            return fail(*spec, std::string("no entry point \"") + name + "\"");
+            return fail(*record, std::string("no entry point \"") + name + "\"");
     }
     std::string reason;
-    if (!open(*spec, reason)) return fail(*spec, reason);
-    if (!initialise(*spec, reason)) {
-        close(*spec);
-        return fail(*spec, reason);
+    if (!open(*record, reason)) return fail(*record, reason);
+    if (!initialise(*record, reason)) {
+        close(*record);
+        return fail(*record, reason);
     }
-    m_modules.push_back(std::move(spec));
+    m_modules.push_back(std::move(record));
     return ModuleStatus::ok();
 }
 
-bool ModuleLoader::open(ModuleSpec& spec, std::string& reason) {
+bool ModuleLoader::open(ModuleRecord& record, std::string& reason) {
     dlerror();
-    spec.m_handle = dlopen(spec.path().c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (spec.m_handle == nullptr) {
-        reason = "cannot be loaded: " + loaderError(spec.path());
+    record.m_handle = dlopen(record.path().c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (record.m_handle == nullptr) {
+        reason = "cannot be loaded: " + loaderError(record.path());
         return false;
     }
-    spec.m_state = ModuleState::Loaded;
-    spec.m_image = imageOf(spec.m_handle);
-    spec.m_entryPoint = reinterpret_cast<ModuleEntryPoint>(dlsym(spec.m_handle, kEntryPointName));
-    const auto version = reinterpret_cast<ApiVersion>(dlsym(spec.m_handle, kApiVersionName));
-    if (spec.m_entryPoint == nullptr || version == nullptr) {
+    record.m_state = ModuleState::Loaded;
+    record.m_image = imageOf(record.m_handle);
+    record.m_entryPoint =
+        reinterpret_cast<ModuleEntryPoint>(dlsym(record.m_handle, kEntryPointName));
+    const auto version = reinterpret_cast<ApiVersion>(dlsym(record.m_handle, kApiVersionName));
+    if (record.m_entryPoint == nullptr || version == nullptr) {
         reason = std::string("no entry point \"") +
-                 (spec.m_entryPoint == nullptr ? kEntryPointName : kApiVersionName) + "\"";
+                 (record.m_entryPoint == nullptr ? kEntryPointName : kApiVersionName) + "\"";
     } else {
-        spec.m_apiVersion = version();
-        if (spec.m_apiVersion >> 16 == kApiMajor) return true;
-        reason = "made for host interface " + versionText(spec.m_apiVersion) +
+        record.m_apiVersion = version();
+        if (record.m_apiVersion >> 16 == kApiMajor) return true;
+        reason = "made for host interface " + versionText(record.m_apiVersion) +
                  ", this host takes " + std::to_string(kApiMajor) + ".x";
     }
     // Nothing of the module has been asked to start: unmapping it is all there is to undo.
-    dlclose(spec.m_handle);
-    spec.m_handle = nullptr;
+    dlclose(record.m_handle);
+    record.m_handle = nullptr;
     return false;
 }
 
-bool ModuleLoader::initialise(ModuleSpec& spec, std::string& reason) {
-    if (send(spec.m_entryPoint, AcRx::kInitAppMsg, spec.appId(), reason)) {
-        spec.m_state = ModuleState::Running;
+bool ModuleLoader::initialise(ModuleRecord& record, std::string& reason) {
+    if (send(record.m_entryPoint, AcRx::kInitAppMsg, record.appId(), reason)) {
+        record.m_state = ModuleState::Running;
         return true;
     }
     reason = "refused to load (" + reason + ")";
@@ -185,82 +187,82 @@ bool ModuleLoader::initialise(ModuleSpec& spec, std::string& reason) {
 }
 
 // What still points into the module after it was unmapped would be called into nothing.
-void ModuleLoader::removeLeftovers(const ModuleSpec& spec) {
+void ModuleLoader::removeLeftovers(const ModuleRecord& record) {
     if (AcEdCommandStack* stack = commandStack()) {
         std::set<std::wstring> groups;
         for (const auto& command : stack->commands()) {
-            if (inImage(spec.m_image, reinterpret_cast<const void*>(command.function)))
+            if (inImage(record.m_image, reinterpret_cast<const void*>(command.function)))
                 groups.insert(command.group);
         }
         for (const std::wstring& group : groups) {
             stack->removeGroup(group.c_str());
-            warn(spec.name() + ": left the commands of group \"" + EncodeUtf8(group) +
+            warn(record.name() + ": left the commands of group \"" + EncodeUtf8(group) +
                  "\" behind; they are removed");
         }
     }
     const auto reactors = acDocManagerPtr()->reactors();
     for (AcApDocManagerReactor* reactor : reactors) {
-        if (!inImage(spec.m_image, reactor)) continue;
+        if (!inImage(record.m_image, reactor)) continue;
         acDocManagerPtr()->removeReactor(reactor);
-        warn(spec.name() + ": left a document reactor behind; it is removed");
+        warn(record.name() + ": left a document reactor behind; it is removed");
     }
 }
 
-void ModuleLoader::close(ModuleSpec& spec) {
-    if (spec.m_handle == nullptr) return;
-    dlclose(spec.m_handle);
-    spec.m_handle = nullptr;
-    spec.m_entryPoint = nullptr;
-    spec.m_state = ModuleState::Stopped;
-    if (AcRxDynamicLinker* linker = dynamicLinker()) linker->forgetApplication(spec.appId());
+void ModuleLoader::close(ModuleRecord& record) {
+    if (record.m_handle == nullptr) return;
+    dlclose(record.m_handle);
+    record.m_handle = nullptr;
+    record.m_entryPoint = nullptr;
+    record.m_state = ModuleState::Stopped;
+    if (AcRxDynamicLinker* linker = dynamicLinker()) linker->forgetApplication(record.appId());
     // A module with unique symbols cannot be unmapped; loading it again would not start it afresh.
-    if (void* still = dlopen(spec.path().c_str(), RTLD_NOW | RTLD_NOLOAD)) {
+    if (void* still = dlopen(record.path().c_str(), RTLD_NOW | RTLD_NOLOAD)) {
         dlclose(still);
-        warn(spec.name() + ": stays in memory after it was unloaded");
+        warn(record.name() + ": stays in memory after it was unloaded");
     }
-    removeLeftovers(spec);
+    removeLeftovers(record);
 }
 
 ModuleStatus ModuleLoader::unload(const std::string& module) {
-    ModuleSpec* spec = findRunning(module);
-    if (spec == nullptr) return ModuleStatus::error(module + ": not loaded");
+    ModuleRecord* record = findRunning(module);
+    if (record == nullptr) return ModuleStatus::error(module + ": not loaded");
     AcRxDynamicLinker* linker = dynamicLinker();
-    if (linker != nullptr && linker->isApplicationLocked(spec->appId()))
-        return ModuleStatus::error(spec->name() +
+    if (linker != nullptr && linker->isApplicationLocked(record->appId()))
+        return ModuleStatus::error(record->name() +
                                    ": cannot be unloaded, the module did not unlock itself");
     std::string reason;
-    if (!send(spec->m_entryPoint, AcRx::kUnloadAppMsg, spec->appId(), reason))
-        return ModuleStatus::error(spec->name() + ": refused to unload (" + reason + ")");
-    close(*spec);
-    std::erase_if(m_modules, [spec](const auto& owned) { return owned.get() == spec; });
+    if (!send(record->m_entryPoint, AcRx::kUnloadAppMsg, record->appId(), reason))
+        return ModuleStatus::error(record->name() + ": refused to unload (" + reason + ")");
+    close(*record);
+    std::erase_if(m_modules, [record](const auto& owned) { return owned.get() == record; });
     return ModuleStatus::ok();
 }
 
-ModuleSpec* ModuleLoader::findRunning(const std::string& module) const {
+ModuleRecord* ModuleLoader::findRunning(const std::string& module) const {
     std::error_code error;
     const std::filesystem::path asPath =
         std::filesystem::absolute(module, error).lexically_normal();
     const std::string key = lower(module);
-    for (const auto& spec : m_modules) {
-        const std::string name = lower(spec->name());
-        if (spec->path() == asPath || name == key || name == key + ".arx") return spec.get();
+    for (const auto& record : m_modules) {
+        const std::string name = lower(record->name());
+        if (record->path() == asPath || name == key || name == key + ".arx") return record.get();
     }
     return nullptr;
 }
 
 bool ModuleLoader::isLoaded(const std::filesystem::path& path) const {
-    return std::any_of(m_modules.begin(), m_modules.end(), [&path](const auto& spec) {
+    return std::any_of(m_modules.begin(), m_modules.end(), [&path](const auto& record) {
         std::error_code error;
-        return std::filesystem::equivalent(spec->path(), path, error);
+        return std::filesystem::equivalent(record->path(), path, error);
     });
 }
 
-const ModuleSpec* ModuleLoader::find(const std::string& module) const {
+const ModuleRecord* ModuleLoader::find(const std::string& module) const {
     return findRunning(module);
 }
 
-std::vector<const ModuleSpec*> ModuleLoader::modules() const {
-    std::vector<const ModuleSpec*> running;
-    for (const auto& spec : m_modules) running.push_back(spec.get());
+std::vector<const ModuleRecord*> ModuleLoader::modules() const {
+    std::vector<const ModuleRecord*> running;
+    for (const auto& record : m_modules) running.push_back(record.get());
     return running;
 }

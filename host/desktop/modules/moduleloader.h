@@ -22,12 +22,12 @@ enum class ModuleState {
 using ModuleEntryPoint = AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*);
 
 // One module the host was asked to load.
-class ModuleSpec final {
+class ModuleRecord final {
 public:
-    explicit ModuleSpec(std::filesystem::path path);
-    ~ModuleSpec();
-    ModuleSpec(const ModuleSpec&) = delete;
-    ModuleSpec& operator=(const ModuleSpec&) = delete;
+    explicit ModuleRecord(std::filesystem::path path);
+    ~ModuleRecord();
+    ModuleRecord(const ModuleRecord&) = delete;
+    ModuleRecord& operator=(const ModuleRecord&) = delete;
 
     const std::filesystem::path& path() const { return m_path; }
     // How messages name the module: its file name.
@@ -36,7 +36,7 @@ public:
     bool hasError() const { return !m_errorString.empty(); }
     const std::string& errorString() const { return m_errorString; }
     // The id it is told at initialisation and unload; unique among the loaded modules.
-    void* appId() const { return const_cast<ModuleSpec*>(this); }
+    void* appId() const { return const_cast<ModuleRecord*>(this); }
     unsigned apiVersion() const { return m_apiVersion; }
 
 private:
@@ -86,20 +86,20 @@ public:
     ModuleStatus unload(const std::string& module);
 
     // The running modules, in the order they were loaded.
-    std::vector<const ModuleSpec*> modules() const;
-    const ModuleSpec* find(const std::string& module) const;
+    std::vector<const ModuleRecord*> modules() const;
+    const ModuleRecord* find(const std::string& module) const;
 
 private:
-    ModuleSpec* findRunning(const std::string& module) const;
+    ModuleRecord* findRunning(const std::string& module) const;
     bool isLoaded(const std::filesystem::path& path) const;
-    ModuleStatus fail(ModuleSpec& spec, std::string reason);
-    bool open(ModuleSpec& spec, std::string& reason);
-    bool initialise(ModuleSpec& spec, std::string& reason);
+    ModuleStatus fail(ModuleRecord& record, std::string reason);
+    bool open(ModuleRecord& record, std::string& reason);
+    bool initialise(ModuleRecord& record, std::string& reason);
     // Takes the module out of the process and clears up what it left registered.
-    void close(ModuleSpec& spec);
-    void removeLeftovers(const ModuleSpec& spec);
+    void close(ModuleRecord& record);
+    void removeLeftovers(const ModuleRecord& record);
     void warn(const std::string& text) const;
 
     WarningHandler m_warnings;
-    std::vector<std::unique_ptr<ModuleSpec>> m_modules;
+    std::vector<std::unique_ptr<ModuleRecord>> m_modules;
 };

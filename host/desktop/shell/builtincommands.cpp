@@ -190,7 +190,7 @@ int arxCommand(DesktopShell& shell) {
     if (editor.promptText(QStringLiteral("\nEnter an option [?/Load/Unload]: "), option) != RTNORM)
         return RTCAN;
     if (option == QLatin1String("?")) {
-        for (const ModuleSpec* module : shell.modules().modules())
+        for (const ModuleRecord* module : shell.modules().modules())
             editor.print(
                 QStringLiteral("\n%1").arg(QString::fromStdString(module->path().string())));
         return RTNORM;
@@ -239,9 +239,8 @@ constexpr BuiltinCommand kCommands[] = {
     {"QUIT", false, quitCommand},       {"REDRAW", true, redrawCommand},
     {"SAVE", false, saveCommand},       {"SAVEAS", false, saveAsCommand},
     {"SCRIPT", false, scriptCommand},   {"SELECT", false, selectCommand},
-    {"SETVAR", true, setVarCommand},
-    {"U", false, undoCommand},          {"UNDO", false, undoCommand},
-    {"ZOOM", true, zoomCommand},
+    {"SETVAR", true, setVarCommand},    {"U", false, undoCommand},
+    {"UNDO", false, undoCommand},       {"ZOOM", true, zoomCommand},
 };
 
 }  // namespace

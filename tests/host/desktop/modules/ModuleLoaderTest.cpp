@@ -46,17 +46,17 @@ TEST_F(ModuleLoaderTest, AGoodModuleRunsItsCommandsOnceLoadedUntilItIsUnloaded) 
     const ModuleStatus loaded = m_loader.load(kModules / "good.arx");
     ASSERT_TRUE(loaded.isOk()) << loaded.errorString();
     ASSERT_EQ(m_loader.modules().size(), 1u);
-    const ModuleSpec* spec = m_loader.modules().front();
-    EXPECT_EQ(spec->state(), ModuleState::Running);
-    EXPECT_EQ(spec->name(), "good.arx");
-    EXPECT_EQ(spec->apiVersion(), 0x00160000u);
-    EXPECT_FALSE(spec->hasError());
+    const ModuleRecord* record = m_loader.modules().front();
+    EXPECT_EQ(record->state(), ModuleState::Running);
+    EXPECT_EQ(record->name(), "good.arx");
+    EXPECT_EQ(record->apiVersion(), 0x00160000u);
+    EXPECT_FALSE(record->hasError());
     EXPECT_EQ(CommandsOf(L"GOOD_GROUP"), 3u);
     ASSERT_NE(Stack().lookup(L"HELLO"), nullptr);
     EXPECT_EQ(Reactors(), reactors + 1);
-    EXPECT_EQ(m_loader.find("GOOD"), spec);
-    EXPECT_EQ(m_loader.find("good.arx"), spec);
-    EXPECT_EQ(m_loader.find((kModules / "good.arx").string()), spec);
+    EXPECT_EQ(m_loader.find("GOOD"), record);
+    EXPECT_EQ(m_loader.find("good.arx"), record);
+    EXPECT_EQ(m_loader.find((kModules / "good.arx").string()), record);
     // Loaded once at a time; what is not loaded cannot be unloaded.
     EXPECT_EQ(m_loader.load(kModules / ".." / "modules" / "good.arx").errorString(),
               "good.arx: already loaded");
