@@ -31,8 +31,8 @@ public:
     // Every row with a name and a price, or with neither; else the message in the dialog's label,
     // a beep, the offending cell made current, and false.
     [[nodiscard]] bool Validate();
-    // Part 3.1's load and save; false, after the host's alert, when the file cannot be opened.
-    // A failed load leaves the grid as it was.
+    // The price-list file's load and save; false, after the host's alert, when the file cannot be
+    // opened. A failed load leaves the grid as it was.
     [[nodiscard]] bool LoadFromFile(const std::wstring& path);
     [[nodiscard]] bool SaveToFile(const std::wstring& path);
     // Removes every row; clears the modified flag.
