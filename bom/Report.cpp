@@ -40,11 +40,15 @@ std::vector<std::wstring> ReportLines(const std::vector<BomRow>& rows, bool show
     return lines;
 }
 
-int WriteReport(const std::vector<BomRow>& rows, bool showPrices, const std::wstring& path,
-                const TextFormat& format) {
+std::wstring ReportText(const std::vector<BomRow>& rows, bool showPrices) {
     std::wstring text;
     for (const auto& line : ReportLines(rows, showPrices)) text += line + L'\n';
-    if (!WriteTextFile(path, text, format)) {
+    return text;
+}
+
+int WriteReport(const std::vector<BomRow>& rows, bool showPrices, const std::wstring& path,
+                const TextFormat& format) {
+    if (!WriteTextFile(path, ReportText(rows, showPrices), format).isOk()) {
         acedAlert(FileNotOpenedMessage(path).c_str());
         return 0;
     }

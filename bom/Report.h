@@ -11,6 +11,9 @@
 // are shown). Fields right-aligned in 10 characters, the description in 20; longer texts push on.
 std::vector<std::wstring> ReportLines(const std::vector<BomRow>& rows, bool showPrices);
 
+// The report's lines, each ended by a line break.
+std::wstring ReportText(const std::vector<BomRow>& rows, bool showPrices);
+
 // 1 when written; 0, after the alert "File %s could  not be opened", when the file cannot be written.
 int WriteReport(const std::vector<BomRow>& rows, bool showPrices, const std::wstring& path,
                 const TextFormat& format);

@@ -110,7 +110,7 @@ bool SavePriceListFile(const std::wstring& path, const std::vector<PriceListRow>
         if (row.name.empty() && row.price.empty() && row.description.empty()) continue;
         text += row.name + L'|' + row.price + L'|' + row.description + L'\n';
     }
-    if (!WriteTextFile(path, text, format)) {
+    if (!WriteTextFile(path, text, format).isOk()) {
         acedAlert(FileNotOpenedMessage(path).c_str());
         return false;
     }

@@ -93,7 +93,7 @@ bool ReadColumnWidths(const std::wstring& path, int* widths, int count) {
 bool WriteColumnWidths(const std::wstring& path, const int* widths, int count) {
     std::wstring text;
     for (int i = 0; i < count; ++i) text += std::to_wstring(widths[i]) + L' ';
-    return WriteTextFile(path, text, TextFormat{});
+    return WriteTextFile(path, text, TextFormat{}).isOk();
 }
 
 bool ReadFileNameSetting(const std::wstring& path, std::wstring& fileName) {
@@ -110,5 +110,5 @@ bool ReadFileNameSetting(const std::wstring& path, std::wstring& fileName) {
 }
 
 bool WriteFileNameSetting(const std::wstring& path, const std::wstring& fileName) {
-    return WriteTextFile(path, fileName, TextFormat{});
+    return WriteTextFile(path, fileName, TextFormat{}).isOk();
 }

@@ -1,17 +1,14 @@
 // Decoding, encoding and atomic writing of the module's text files.
 #include "text/TextFile.h"
 
-#include <fcntl.h>
 #include <langinfo.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
-#include <vector>
+
+#include "files/atomicfile.h"
 
 namespace {
 
@@ -154,18 +151,6 @@ std::optional<std::string> ReadBytes(const std::string& path) {
     return bytes;
 }
 
-bool WriteAll(int fd, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t n = ::write(fd, bytes.data(), bytes.size());
-        if (n < 0) {
-            if (errno == EINTR) continue;
-            return false;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(n));
-    }
-    return true;
-}
-
 }  // namespace
 
 std::wstring DecodeText(std::string_view bytes, TextFormat& format) {
@@ -216,34 +201,8 @@ std::optional<TextFileContent> ReadTextFile(const std::wstring& path) {
     return content;
 }
 
-bool WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format) {
-    const std::string target = NativePath(path);
-    if (target.empty()) return false;
-    struct stat existing {};
-    const bool exists = ::stat(target.c_str(), &existing) == 0;
-    if (exists && (!S_ISREG(existing.st_mode) || ::access(target.c_str(), W_OK) != 0)) return false;
-
-    const std::size_t slash = target.rfind('/');
-    const std::string folder = slash == std::string::npos ? std::string() : target.substr(0, slash + 1);
-    std::string temporary = folder + ".tarnwick-XXXXXX";
-    std::vector<char> pattern(temporary.begin(), temporary.end());
-    pattern.push_back('\0');
-    const int fd = ::mkstemp(pattern.data());
-    if (fd < 0) return false;
-    temporary = pattern.data();
-
-    const mode_t mode = exists ? (existing.st_mode & 07777) : [] {
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        return static_cast<mode_t>(0666 & ~mask);
-    }();
-    const bool written = WriteAll(fd, EncodeText(text, format)) && ::fchmod(fd, mode) == 0;
-    const bool closed = ::close(fd) == 0;
-    if (!written || !closed || std::rename(temporary.c_str(), target.c_str()) != 0) {
-        ::unlink(temporary.c_str());
-        return false;
-    }
-    return true;
+FileStatus WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format) {
+    return replaceFile(NativePath(path), EncodeText(text, format));
 }
 
 std::string EncodeUtf8(std::wstring_view text) {

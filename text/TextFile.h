@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "files/filestatus.h"
+
 enum class TextEncoding {
     Locale,  // the locale's multibyte encoding; UTF-8 where the locale is UTF-8 or plain ASCII
     Bytes,   // each byte one character (U+0000..U+00FF), so nothing is lost
@@ -29,9 +31,8 @@ std::string EncodeText(std::wstring_view text, const TextFormat& format);
 
 // Null when the file cannot be opened for reading.
 std::optional<TextFileContent> ReadTextFile(const std::wstring& path);
-// Writes a temporary file beside the target and renames it over the target, keeping the target's
-// permissions; false when that cannot be done (the target is then untouched).
-bool WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format);
+// Replaces the file whole or not at all (see AtomicFile); on failure the target is untouched.
+[[nodiscard]] FileStatus WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format);
 
 // UTF-8 whatever the locale; characters that have no UTF-8 form become U+FFFD.
 std::string EncodeUtf8(std::wstring_view text);

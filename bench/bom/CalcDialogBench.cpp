@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -46,7 +47,10 @@ struct BigBill {
                     (i % 10 == 0 ? L"" : L"Part " + std::to_wstring(seed % 5000)) + L"\n";
         }
         listPath = L"/tmp/tarnwick-bench-" + std::to_wstring(::getpid()) + L".prc";
-        WriteTextFile(listPath, list, TextFormat{});
+        if (const FileStatus written = WriteTextFile(listPath, list, TextFormat{}); !written.isOk()) {
+            std::fprintf(stderr, "%s\n", written.errorString().c_str());
+            std::exit(1);
+        }
         acdbHostApplicationServices()->setWorkingDatabase(&database);
     }
     ~BigBill() { std::remove(NativePath(listPath).c_str()); }

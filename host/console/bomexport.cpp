@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "host/dxf/dxffile.h"
+#include "files/atomicfile.h"
 #include "text/TextFile.h"
 
 namespace {
@@ -105,5 +105,7 @@ std::string csvBytes(const ExportTable& table) {
 
 DxfStatus writeCsv(const std::string& path, const ExportTable& table) {
     const std::string bytes = csvBytes(table);
-    return writeFileAtomically(path, [&bytes](const DxfSink& sink) { sink(bytes); });
+    const FileStatus status = replaceFile(path, bytes);
+    if (!status.isOk()) return DxfError(status.errorString());
+    return {};
 }

@@ -1,10 +1,8 @@
 // Error lines of the console front end.
 #include "host/console/messages.h"
 
-#include <cctype>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -16,12 +14,6 @@ int fail(const std::string& where, const std::string& what) {
 int usageError(const std::string& what) {
     std::fprintf(stderr, "tarnwick: %s\nTry 'tarnwick --help'.\n", what.c_str());
     return kExitUsage;
-}
-
-std::string systemReason(int error) {
-    std::string reason = std::strerror(error);
-    if (!reason.empty()) reason[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(reason[0])));
-    return reason;
 }
 
 std::string unreadableReason(const std::string& path) {

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "files/filestatus.h"
+
 // Exit statuses of the `tarnwick` command.
 inline constexpr int kExitOk = 0;
 inline constexpr int kExitFailure = 1;  // a user error: missing file, unreadable list, bad drawing
@@ -13,7 +15,5 @@ inline constexpr int kExitFound = 3;  // `check` found something to look at
 int fail(const std::string& where, const std::string& what);
 // "tarnwick: what" and a hint at --help; returns kExitUsage.
 int usageError(const std::string& what);
-// The reason a file could not be opened, from errno, in lower case ("no such file or directory").
-std::string systemReason(int error);
 // Empty when the file can be read; else the reason.
 std::string unreadableReason(const std::string& path);

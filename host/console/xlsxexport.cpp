@@ -1,15 +1,9 @@
 // Writing the spreadsheet.
 #include "host/console/xlsxexport.h"
 
-#include <unistd.h>
 #include <xlsxwriter.h>
 
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <vector>
-
-#include "host/dxf/dxffile.h"
+#include "files/atomicfile.h"
 #include "text/Numbers.h"
 #include "text/TextFile.h"
 
@@ -17,36 +11,6 @@ namespace {
 
 // Excel's built-in currency format with two decimals: shown with the reader's own currency sign.
 constexpr std::uint8_t kCurrencyFormat = 7;
-
-// A temporary file that is removed however the writing ends.
-class TemporaryFile {
-public:
-    TemporaryFile() {
-        std::error_code error;
-        std::string pattern = (std::filesystem::temp_directory_path(error) / "tarnwick-XXXXXX.xlsx").string();
-        std::vector<char> name(pattern.begin(), pattern.end());
-        name.push_back('\0');
-        const int fd = ::mkstemps(name.data(), 5);
-        if (fd < 0) {
-            m_error = errno;
-            return;
-        }
-        ::close(fd);
-        m_path = name.data();
-    }
-    ~TemporaryFile() {
-        if (!m_path.empty()) ::unlink(m_path.c_str());
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    const std::string& path() const { return m_path; }
-    int error() const { return m_error; }
-
-private:
-    std::string m_path;
-    int m_error = 0;
-};
 
 struct Formats {
     lxw_format* heading;
@@ -121,20 +85,17 @@ lxw_error writeSheet(lxw_workbook* workbook, const ExportTable& table) {
 }  // namespace
 
 DxfStatus writeXlsx(const std::string& path, const ExportTable& table) {
-    const TemporaryFile temporary;
-    if (temporary.path().empty())
-        return DxfError(path + ": cannot create a temporary file: " + std::strerror(temporary.error()));
-    lxw_workbook* workbook = workbook_new(temporary.path().c_str());
+    // The workbook is written under the new file's own name, so that it appears whole or not at all.
+    AtomicFile file(path);
+    if (const FileStatus opened = file.open(); !opened.isOk()) return DxfError(opened.errorString());
+    lxw_workbook* workbook = workbook_new(file.writablePath().c_str());
     if (workbook == nullptr) return DxfError(path + ": cannot start the workbook");
     const lxw_error written = writeSheet(workbook, table);
     const lxw_error closed = workbook_close(workbook);
     if (written != LXW_NO_ERROR || closed != LXW_NO_ERROR)
         return DxfError(path + ": cannot write the workbook: " +
                         lxw_strerror(written != LXW_NO_ERROR ? written : closed));
-    auto bytes = readWholeFile(temporary.path());
-    if (!bytes.isOk()) return DxfError(bytes.errorString());
-    const DxfFileBytes& file = bytes.value();
-    return writeFileAtomically(path, [&file](const DxfSink& sink) {
-        sink(std::string_view(file.data.get(), file.size));
-    });
+    if (const FileStatus committed = file.commit(); !committed.isOk())
+        return DxfError(committed.errorString());
+    return {};
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "files/atomicfile.h"
 #include "host/dxf/dxffile.h"
 #include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfviews.h"
@@ -223,10 +224,11 @@ DxfStatus DxfDocument::save() { return saveAs(m_path); }
 
 DxfStatus DxfDocument::saveAs(const std::filesystem::path& path) {
     try {
-        DxfStatus status = writeFileAtomically(
-            path, [this](const DxfSink& sink) { m_records.write(m_tags, sink); });
-        if (status.isOk()) m_path = path;
-        return status;
+        const FileStatus status =
+            replaceFile(path, [this](const FileSink& sink) { m_records.write(m_tags, sink); });
+        if (!status.isOk()) return DxfError(status.errorString());
+        m_path = path;
+        return {};
     } catch (const std::exception& e) {
         return DxfError(path.string() + ": " + e.what());
     }

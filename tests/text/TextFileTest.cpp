@@ -71,9 +71,9 @@ TEST(TextFiles, AFailedWriteLeavesTheTargetAsItWas) {
     TempFolder folder;
     folder.write("keep.txt", "original");
     ASSERT_TRUE(std::filesystem::create_directory(folder.path("dir")));
-    EXPECT_FALSE(WriteTextFile(folder.wpath("dir"), L"new", TextFormat{}));
-    EXPECT_FALSE(WriteTextFile(folder.wpath("missing/keep.txt"), L"new", TextFormat{}));
-    EXPECT_TRUE(WriteTextFile(folder.wpath("keep.txt"), L"new", TextFormat{}));
+    EXPECT_FALSE(WriteTextFile(folder.wpath("dir"), L"new", TextFormat{}).isOk());
+    EXPECT_FALSE(WriteTextFile(folder.wpath("missing/keep.txt"), L"new", TextFormat{}).isOk());
+    EXPECT_TRUE(WriteTextFile(folder.wpath("keep.txt"), L"new", TextFormat{}).isOk());
     EXPECT_EQ(folder.read("keep.txt"), "new");
     EXPECT_FALSE(ReadTextFile(folder.wpath("missing.txt")).has_value());
 }

@@ -56,7 +56,7 @@ TEST_F(ConsoleExportTest, AnUnwritableTargetIsNamedAndLeavesNothingBehind) {
         const ProcessResult result = bom({"floorplan.dxf"}, {option, "@missing/bom.out"});
         EXPECT_EQ(result.exitCode, 1);
         EXPECT_EQ(result.err, m_folder.path("missing/bom.out") +
-                                  ": cannot create a temporary file beside it: No such file or directory\n");
+                                  ": cannot create a file in its folder: no such file or directory\n");
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(files(), before);
     }

@@ -77,13 +77,13 @@ TEST_F(DxfSave, AFailureLeavesNothingBehind) {
     DxfStatus saved = document->saveAs(missing);
     ASSERT_FALSE(saved.isOk());
     EXPECT_EQ(saved.errorString(),
-              missing + ": cannot create a temporary file beside it: No such file or directory");
+              missing + ": cannot create a file in its folder: no such file or directory");
 
     std::filesystem::create_directory(m_folder.path("folder.dxf"));
     saved = document->saveAs(m_folder.path("folder.dxf"));
     ASSERT_FALSE(saved.isOk());
     EXPECT_EQ(saved.errorString(),
-              m_folder.path("folder.dxf") + ": cannot replace the file: Is a directory");
+              m_folder.path("folder.dxf") + ": cannot write: is a directory");
     EXPECT_EQ(filesIn(m_folder), (std::vector<std::string>{"folder.dxf", "plan.dxf"}));
     EXPECT_EQ(document->path(), m_folder.path("plan.dxf"));
 }
