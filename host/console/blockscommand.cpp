@@ -7,6 +7,7 @@
 #include "host/console/commandline.h"
 #include "host/console/drawingsession.h"
 #include "host/console/messages.h"
+#include "host/console/standardoutput.h"
 #include "inventory/BlockNamesCont.h"
 #include "pricelist/PriceListFile.h"
 #include "text/CaseRules.h"
@@ -59,7 +60,7 @@ int runBlocksCommand(const std::vector<std::string>& arguments) {
         line.append(number.size() < 7 ? 7 - number.size() : 0, ' ');
         line += number;
         if (prices && entry.marked == 0) line += "  no price";
-        std::puts(line.c_str());
+        writeStandardOutput(line + "\n");
     }
     return kExitOk;
 }

@@ -11,6 +11,7 @@
 #include "bom/Report.h"
 #include "bom/ShownMoney.h"
 #include "frame/TablePlacement.h"
+#include "pricelist/PriceListFile.h"
 #include "host/console/billofmaterials.h"
 #include "host/console/bomexport.h"
 #include "host/console/commandline.h"
@@ -19,6 +20,8 @@
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
 #include "host/console/messages.h"
+#include "host/console/outputguard.h"
+#include "host/console/standardoutput.h"
 #include "host/console/xlsxexport.h"
 #include "text/TextFile.h"
 
@@ -174,12 +177,12 @@ void printJson(const BillOfMaterials& bill) {
     json.key("total");
     moneyValue(json, bill.total);
     json.endObject();
-    std::fputs(json.text().c_str(), stdout);
+    writeStandardOutput(json.text());
 }
 
 void printReport(const DisplayedResults& shown, bool showPrices, const TextFormat& format) {
     for (const auto& line : ReportLines(shown.rows, showPrices))
-        std::fputs((EncodeText(line, format) + "\n").c_str(), stdout);
+        writeStandardOutput(EncodeText(line, format) + "\n");
 }
 
 // What the user should know about how a drawing was counted: variants without a link, cycles.
@@ -221,6 +224,36 @@ int drawTable(DrawingSession& session, const BomRequest& request, const Displaye
     return kExitOk;
 }
 
+// Where the report goes: the file named, or beside the list as the module proposes it.
+std::string reportPath(const BomRequest& request) {
+    if (!request.report->empty()) return *request.report;
+    const std::wstring drawingName =
+        WidePath(std::filesystem::path(request.drawings.front()).filename().string());
+    return NativePath(ProposeReportName(WidePath(request.prices), drawingName));
+}
+
+// Every file the request would write, against every file it reads and against each other.
+std::optional<std::string> outputClash(const BomRequest& request) {
+    OutputGuard guard;
+    for (const auto& drawing : request.drawings) guard.addDrawing(drawing);
+    guard.addPriceList(request.prices);
+    if (request.tableCorner) guard.addDrawingOutput("-o", request.output);
+    if (request.report) guard.addOutput("--report", reportPath(request));
+    if (request.csv) guard.addOutput("--csv", *request.csv);
+    if (request.xlsx) guard.addOutput("--xlsx", *request.xlsx);
+    return guard.firstClash();
+}
+
+// The module's alert when the report cannot be written, with the system's reason.
+int writeReport(const BomRequest& request, const DisplayedResults& shown, const TextFormat& format) {
+    const std::string path = reportPath(request);
+    const FileStatus written = WriteTextFile(WidePath(path), ReportText(shown.rows, request.showPrices), format);
+    if (written.isOk()) return kExitOk;
+    std::fprintf(stderr, "%s: %s\n", NativePath(FileNotOpenedMessage(WidePath(path))).c_str(),
+                 systemReason(written.systemError()).c_str());
+    return kExitFailure;
+}
+
 int reportStatus(const DxfStatus& status) {
     if (status.isOk()) return kExitOk;
     std::fprintf(stderr, "%s\n", status.errorString().c_str());
@@ -235,12 +268,7 @@ int writeFiles(const BomRequest& request, std::vector<CountedDrawing>& drawings,
         if (const int status = drawTable(*session, request, bill.shown); status != kExitOk) return status;
     }
     if (request.report) {
-        const std::wstring drawingName =
-            WidePath(std::filesystem::path(request.drawings.front()).filename().string());
-        const std::wstring reportPath = request.report->empty()
-                                            ? ProposeReportName(WidePath(request.prices), drawingName)
-                                            : WidePath(*request.report);
-        if (!WriteReport(bill.shown.rows, request.showPrices, reportPath, format)) return kExitFailure;
+        if (const int status = writeReport(request, bill.shown, format); status != kExitOk) return status;
     }
     if (!request.csv && !request.xlsx) return kExitOk;
     const ExportTable table = exportTable(bill, request.showPrices);
@@ -256,6 +284,7 @@ int writeFiles(const BomRequest& request, std::vector<CountedDrawing>& drawings,
 int runBomCommand(const std::vector<std::string>& arguments) {
     const auto request = readRequest(arguments);
     if (!request) return kExitUsage;
+    if (const auto clash = outputClash(*request)) return usageError(*clash);
     if (const std::string reason = unreadableReason(request->prices); !reason.empty())
         return fail(request->prices, reason);
     for (const auto& drawing : request->drawings) {

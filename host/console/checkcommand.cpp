@@ -12,6 +12,7 @@
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
 #include "host/console/messages.h"
+#include "host/console/standardoutput.h"
 #include "inventory/BlockNamesCont.h"
 #include "pricelist/PriceListFile.h"
 #include "text/CaseRules.h"
@@ -184,7 +185,7 @@ std::string location(const Finding& finding) {
 
 void printText(const std::vector<Finding>& findings) {
     for (const auto& finding : findings)
-        std::printf("%s: %s\n", location(finding).c_str(), finding.message.c_str());
+        writeStandardOutput(location(finding) + ": " + finding.message + "\n");
 }
 
 void printJson(const std::string& drawing, const std::string& prices, const std::vector<Finding>& findings) {
@@ -230,7 +231,7 @@ void printJson(const std::string& drawing, const std::string& prices, const std:
     }
     json.endArray();
     json.endObject();
-    std::fputs(json.text().c_str(), stdout);
+    writeStandardOutput(json.text());
 }
 
 }  // namespace

@@ -82,6 +82,9 @@ std::vector<CountedDrawing> countDrawings(const std::vector<std::string>& paths,
         for (std::size_t i = next++; i < drawings.size(); i = next++) {
             try {
                 countOne(drawings[i], i, options, progress);
+            } catch (const std::bad_alloc&) {
+                drawings[i].error = drawings[i].path + ": not enough memory to count it";
+                drawings[i].document.reset();
             } catch (const std::exception& e) {
                 drawings[i].error = drawings[i].path + ": " + e.what();
                 drawings[i].document.reset();

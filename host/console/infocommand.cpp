@@ -8,6 +8,7 @@
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
 #include "host/console/messages.h"
+#include "host/console/standardoutput.h"
 #include "text/CaseRules.h"
 #include "text/TextFile.h"
 
@@ -77,24 +78,24 @@ void writeJson(const std::string& path, const DxfDocument& document, const DxfFa
     writeSpace(json, "modelspace", model);
     writeSpace(json, "paperspace", paper);
     json.endObject();
-    std::fputs(json.text().c_str(), stdout);
+    writeStandardOutput(json.text());
 }
 
 std::string orNone(const std::string& text) { return text.empty() ? "(none)" : text; }
 
 void writeText(const std::string& path, const DxfDocument& document, const DxfFacts& facts,
                const SpaceFigures& model, const SpaceFigures& paper) {
-    std::printf("%s\n", path.c_str());
-    std::printf("  version      %s, %s\n", orNone(facts.version).c_str(),
+    printStandardOutput("%s\n", path.c_str());
+    printStandardOutput("  version      %s, %s\n", orNone(facts.version).c_str(),
                 document.isBinary() ? "binary" : "ascii");
-    std::printf("  code page    %s, read as %s\n", orNone(facts.codePage).c_str(),
+    printStandardOutput("  code page    %s, read as %s\n", orNone(facts.codePage).c_str(),
                 facts.encoding.c_str());
-    std::printf("  handle seed  %s\n", orNone(facts.handleSeed).c_str());
+    printStandardOutput("  handle seed  %s\n", orNone(facts.handleSeed).c_str());
     for (const auto& [name, figures] : {std::pair{"model space", &model}, std::pair{"paper space", &paper}}) {
-        std::printf("  %-12s %zu entities, %zu references\n", name, figures->entities,
+        printStandardOutput("  %-12s %zu entities, %zu references\n", name, figures->entities,
                     figures->references);
         for (const auto& [block, count] : figures->byName)
-            std::printf("    %-30s %6zu\n", EncodeText(block, TextFormat{}).c_str(), count);
+            printStandardOutput("    %-30s %6zu\n", EncodeText(block, TextFormat{}).c_str(), count);
     }
 }
 

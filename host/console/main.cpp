@@ -1,6 +1,7 @@
 // `tarnwick`: batch work on drawings with the module's bill of materials, from the command line.
 #include <clocale>
 #include <cstdio>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "host/console/checkcommand.h"
 #include "host/console/infocommand.h"
 #include "host/console/messages.h"
+#include "host/console/standardoutput.h"
 
 namespace {
 
@@ -73,15 +75,20 @@ int main(int argc, char** argv) {
     if (args.empty()) return usageError("no command given");
     const std::string& first = args.front();
     if (first == "--help" || first == "-h") {
-        std::fputs(kUsage, stdout);
-        return kExitOk;
+        writeStandardOutput(kUsage);
+        return finishStandardOutput(kExitOk);
     }
     if (first == "--version") {
-        std::printf("tarnwick %s\n", TARNWICK_VERSION);
-        return kExitOk;
+        printStandardOutput("tarnwick %s\n", TARNWICK_VERSION);
+        return finishStandardOutput(kExitOk);
     }
     for (const auto& command : kCommands) {
-        if (command.name == first) return command.run({args.begin() + 1, args.end()});
+        if (command.name != first) continue;
+        try {
+            return finishStandardOutput(command.run({args.begin() + 1, args.end()}));
+        } catch (const std::bad_alloc&) {
+            return fail("tarnwick", "not enough memory");
+        }
     }
     return usageError("unknown command \"" + first + "\"");
 }

@@ -188,3 +188,11 @@ DxfStatus DxfTagFile::scanAscii() {
     m_endOfTags = static_cast<std::size_t>(p - data);
     return {};
 }
+
+bool DxfTagFile::mayBeDxf(std::string_view head) {
+    if (kDxfBinarySentinel.starts_with(head.substr(0, kDxfBinarySentinel.size()))) return true;
+    if (head.starts_with(kDxfByteOrderMark)) head.remove_prefix(kDxfByteOrderMark.size());
+    const char* p = head.data();
+    int code = 0;
+    return readCode(p, head.data() + head.size(), code);
+}

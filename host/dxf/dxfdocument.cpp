@@ -78,7 +78,13 @@ DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readFile(const std::filesys
         DxfResult<DxfFileBytes> bytes = readWholeFile(path, progress);
         if (!bytes.isOk()) return DxfError(bytes.errorString());
         DxfFileBytes file = bytes.takeValue();
-        return load(path, DxfTagFile::parse(path.string(), std::move(file.data), file.size, progress));
+        const std::size_t size = file.size;
+        try {
+            return load(path,
+                        DxfTagFile::parse(path.string(), std::move(file.data), size, progress));
+        } catch (const std::bad_alloc&) {
+            return dxfNotEnoughMemory(path, size);
+        }
     } catch (const std::exception& e) {
         return DxfError(path.string() + ": " + e.what());
     }

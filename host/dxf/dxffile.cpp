@@ -8,9 +8,16 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <string>
 
+#include "files/filestatus.h"
+#include "host/dxf/dxftagfile.h"
+
 namespace {
+
+// Enough for the sentinel of a binary file or the first line of an ASCII one.
+constexpr std::size_t kHeadSize = 4096;
 
 class UniqueFd {
 public:
@@ -23,22 +30,41 @@ public:
 
     int get() const { return m_fd; }
     bool isValid() const { return m_fd >= 0; }
-    // Closes now, so that an error of the last write-back is seen.
-    bool close() {
-        const int fd = m_fd;
-        m_fd = -1;
-        return ::close(fd) == 0;
-    }
 
 private:
     int m_fd;
 };
 
 DxfError systemError(const std::filesystem::path& path, const std::string& what, int error) {
-    return DxfError(path.string() + ": " + what + ": " + std::strerror(error));
+    return DxfError(path.string() + ": " + what + ": " + systemReason(error));
+}
+
+// Reads from `offset` until `length` bytes are in or the file ends; -1 (errno set) on an error.
+ssize_t readAt(int fd, char* into, std::size_t length, std::size_t offset) {
+    std::size_t done = 0;
+    while (done < length) {
+        const ssize_t n = ::pread(fd, into + done, length - done, static_cast<off_t>(offset + done));
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) return -1;
+        if (n == 0) break;
+        done += static_cast<std::size_t>(n);
+    }
+    return static_cast<ssize_t>(done);
+}
+
+// The scanner's own message for the first line of a file that cannot be a drawing.
+DxfError notADrawing(const std::filesystem::path& path, std::string_view head) {
+    DxfResult<DxfTagFile> parsed = DxfTagFile::parse(path.string(), head);
+    return DxfError(parsed.isOk() ? path.string() + ": not a drawing" : parsed.errorString());
 }
 
 }  // namespace
+
+DxfError dxfNotEnoughMemory(const std::filesystem::path& path, std::uint64_t size) {
+    constexpr std::uint64_t kMegabyte = 1000 * 1000;
+    return DxfError(path.string() + ": not enough memory to read it (" +
+                    std::to_string((size + kMegabyte - 1) / kMegabyte) + " MB)");
+}
 
 DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
                                       const DxfProgress& progress) {
@@ -48,13 +74,24 @@ DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
     if (::fstat(fd.get(), &info) != 0) return systemError(path, "cannot read the file", errno);
     if (!S_ISREG(info.st_mode)) return DxfError(path.string() + ": not a regular file");
     const auto size = static_cast<std::size_t>(info.st_size);
-    DxfFileBytes bytes{std::make_unique_for_overwrite<char[]>(size + 1), size};
+
+    char head[kHeadSize];
+    const ssize_t headLength = readAt(fd.get(), head, std::min(size, kHeadSize), 0);
+    if (headLength < 0) return systemError(path, "cannot read the file", errno);
+    const std::string_view headBytes(head, static_cast<std::size_t>(headLength));
+    if (!DxfTagFile::mayBeDxf(headBytes)) return notADrawing(path, headBytes);
+
+    DxfFileBytes bytes;
+    try {
+        bytes.data = std::make_unique_for_overwrite<char[]>(size + 1);
+    } catch (const std::bad_alloc&) {
+        return dxfNotEnoughMemory(path, size);
+    }
     std::size_t done = 0;
     while (done < size) {
         // Pieces of 16 MiB, so that progress can be told between them.
         const std::size_t piece = std::min<std::size_t>(size - done, std::size_t{1} << 24);
-        const ssize_t n = ::read(fd.get(), bytes.data.get() + done, piece);
-        if (n < 0 && errno == EINTR) continue;
+        const ssize_t n = readAt(fd.get(), bytes.data.get() + done, piece, done);
         if (n < 0) return systemError(path, "cannot read the file", errno);
         if (n == 0) break;
         done += static_cast<std::size_t>(n);

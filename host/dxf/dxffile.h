@@ -1,7 +1,8 @@
-// Files on disk: reading one whole into a single buffer.
+// Drawings on disk: reading one whole into a single buffer.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 
@@ -13,5 +14,10 @@ struct DxfFileBytes {
     std::size_t size = 0;
 };
 
+// A file whose first bytes cannot begin a drawing is refused before the rest is read, with the
+// scanner's message for its first line.
 DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
                                       const DxfProgress& progress = {});
+
+// "plan.dxf: not enough memory to read it (195 MB)".
+DxfError dxfNotEnoughMemory(const std::filesystem::path& path, std::uint64_t size);

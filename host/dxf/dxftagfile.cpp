@@ -14,9 +14,6 @@ static_assert(std::endian::native == std::endian::little,
 
 namespace {
 
-constexpr std::string_view kBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
-constexpr std::string_view kByteOrderMark("\xEF\xBB\xBF", 3);
-
 template <typename T>
 std::string bytesOf(T value) {
     std::string bytes(sizeof value, '\0');
@@ -56,13 +53,13 @@ DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, std::unique_ptr<char[]
     const std::string_view start(file.m_data.get(), size);
     if (progress) file.m_progress = &progress;
     DxfStatus status;
-    if (start.starts_with(kBinarySentinel)) {
+    if (start.starts_with(kDxfBinarySentinel)) {
         file.m_format = DxfFormat::Binary;
-        file.m_prefixLength = kBinarySentinel.size();
+        file.m_prefixLength = kDxfBinarySentinel.size();
         file.m_tags.reserve(size / 2 + 16);
         status = file.scanBinary();
     } else {
-        if (start.starts_with(kByteOrderMark)) file.m_prefixLength = kByteOrderMark.size();
+        if (start.starts_with(kDxfByteOrderMark)) file.m_prefixLength = kDxfByteOrderMark.size();
         // Every tag takes at least four bytes; pages of the reserve that stay unused are never
         // touched.
         file.m_tags.reserve(size / 4 + 16);

@@ -17,6 +17,10 @@
 
 enum class DxfFormat : std::uint8_t { Ascii, Binary };
 
+// What the two forms start with: the binary form's sentinel; a byte-order mark an ASCII file may have.
+inline constexpr std::string_view kDxfBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
+inline constexpr std::string_view kDxfByteOrderMark("\xEF\xBB\xBF", 3);
+
 // 8 bytes a tag: a 200 MB drawing holds some 13 million of them. A value ends where the next tag's
 // head begins, less its line end (or zero byte), so its length need not be kept.
 struct DxfTag {
@@ -34,6 +38,9 @@ public:
     static DxfResult<DxfTagFile> parse(std::string name, std::unique_ptr<char[]> bytes,
                                        std::size_t size, const DxfProgress& progress = {});
     static DxfResult<DxfTagFile> parse(std::string name, std::string_view bytes);
+    // Whether a file that begins with `head` can be a drawing at all: the binary sentinel (or the
+    // start of it), or a group code on the first line. For refusing other files before reading them.
+    static bool mayBeDxf(std::string_view head);
 
     const std::string& name() const { return m_name; }
     DxfFormat format() const { return m_format; }

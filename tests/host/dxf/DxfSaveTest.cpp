@@ -55,7 +55,7 @@ TEST_F(DxfSave, ReadingNamesTheFileAndWhatWentWrong) {
     auto missing = DxfDocument::readFile(m_folder.path("none.dxf"));
     ASSERT_FALSE(missing.isOk());
     EXPECT_EQ(missing.errorString(),
-              m_folder.path("none.dxf") + ": cannot open the file: No such file or directory");
+              m_folder.path("none.dxf") + ": cannot open the file: no such file or directory");
 
     std::filesystem::create_directory(m_folder.path("folder.dxf"));
     auto folder = DxfDocument::readFile(m_folder.path("folder.dxf"));
