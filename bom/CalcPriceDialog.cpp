@@ -13,6 +13,7 @@
 #include "bom/Report.h"
 #include "host/api/acapwindow.h"
 #include "host/api/acededitor.h"
+#include "pricelist/FilesInUse.h"
 #include "pricelist/SettingsFiles.h"
 #include "resources/BomReportTemplate.h"
 #include "resources/DialogBuilder.h"
@@ -151,6 +152,7 @@ void CalcPriceDialog::OnSaveToFile() {
     const std::wstring proposal = ProposeReportName(lastCalcFileName, drawingName.resval.rstring);
     resbuf chosen;
     if (acedGetFileD(L"Save as", proposal.c_str(), L"txt", kCreateNew, &chosen) != RTNORM) return;
+    if (RefuseToWriteOver(chosen.resval.rstring, lastCalcFileName)) return;
     m_grid.WriteReport(chosen.resval.rstring);
 }
 

@@ -2,6 +2,7 @@
 #include "pricelist/PriceListFile.h"
 
 #include "host/api/acededitor.h"
+#include "pricelist/FilesInUse.h"
 
 namespace {
 
@@ -105,6 +106,7 @@ bool LoadPriceListFile(const std::wstring& path, std::vector<PriceListRow>& rows
 
 bool SavePriceListFile(const std::wstring& path, const std::vector<PriceListRow>& rows,
                        const TextFormat& format) {
+    if (RefuseToWriteOver(path)) return false;
     std::wstring text;
     for (const auto& row : rows) {
         if (row.name.empty() && row.price.empty() && row.description.empty()) continue;

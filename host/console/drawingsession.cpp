@@ -35,7 +35,7 @@ DrawingSession::DrawingSession(std::string path, std::unique_ptr<DxfDocument> do
     m_editor.setVariableWriter([this](const std::wstring& name, const resbuf& value) {
         (void)m_document->setVar(name, value);
     });
-    for (const wchar_t* name : {L"ATTREQ", L"SNAPMODE", L"OSMODE", L"DWGNAME"}) {
+    for (const wchar_t* name : {L"ATTREQ", L"SNAPMODE", L"OSMODE", L"DWGNAME", L"DWGPREFIX"}) {
         resbuf value;
         if (m_document->getVar(name, value) == RTNORM) m_editor.setVariable(name, value);
     }

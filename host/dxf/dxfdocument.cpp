@@ -8,6 +8,7 @@
 #include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfviews.h"
 #include "text/CaseRules.h"
+#include "text/TextFile.h"
 
 namespace {
 
@@ -37,6 +38,13 @@ const HeaderVariable* headerVariable(const std::wstring& name) {
         if (key == variable.name) return &variable;
     }
     return nullptr;
+}
+
+// The folder with a final "/", as a module joins it with the file's name.
+std::wstring folderText(const std::filesystem::path& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return WidePath((error ? path : absolute).parent_path().string() + "/");
 }
 
 std::wstring fileNameText(const std::filesystem::path& path) {
@@ -241,8 +249,13 @@ DxfStatus DxfDocument::saveAs(const std::filesystem::path& path) {
 }
 
 int DxfDocument::getVar(const std::wstring& name, resbuf& value) const {
-    if (MakeUpper(name) == L"DWGNAME") {
+    const std::wstring upper = MakeUpper(name);
+    if (upper == L"DWGNAME") {
         value = resbuf::stringValue(fileNameText(m_path));
+        return RTNORM;
+    }
+    if (upper == L"DWGPREFIX") {
+        value = resbuf::stringValue(folderText(m_path));
         return RTNORM;
     }
     const HeaderVariable* variable = headerVariable(name);

@@ -93,8 +93,9 @@ public:
     // The references inside a block's definition, in file order; none for a record without one.
     std::vector<DxfReference> referencesInBlock(AcDbObjectId record) const;
 
-    // ATTREQ, SNAPMODE, OSMODE (RTSHORT) and DWGNAME (RTSTR, read only): RTNORM, or RTERROR for
-    // other names, other types and DWGNAME. From R2000 on the header no longer holds the first
+    // ATTREQ, SNAPMODE, OSMODE (RTSHORT), DWGNAME and DWGPREFIX (RTSTR, read only: the file's name
+    // and its folder with a final "/"): RTNORM, or RTERROR for other names, other types and the
+    // read-only ones. From R2000 on the header no longer holds the first
     // three; there they live in the session, as in the CAD program.
     int getVar(const std::wstring& name, resbuf& value) const;
 

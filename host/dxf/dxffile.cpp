@@ -66,6 +66,16 @@ DxfError dxfNotEnoughMemory(const std::filesystem::path& path, std::uint64_t siz
                     std::to_string((size + kMegabyte - 1) / kMegabyte) + " MB)");
 }
 
+bool mayBeDrawingFile(const std::filesystem::path& path) {
+    UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!fd.isValid()) return true;
+    struct stat info {};
+    if (::fstat(fd.get(), &info) != 0 || !S_ISREG(info.st_mode)) return true;
+    char head[kHeadSize];
+    const ssize_t length = readAt(fd.get(), head, kHeadSize, 0);
+    return length < 0 || DxfTagFile::mayBeDxf(std::string_view(head, static_cast<std::size_t>(length)));
+}
+
 DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
                                       const DxfProgress& progress) {
     UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));

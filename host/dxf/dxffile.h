@@ -19,5 +19,9 @@ struct DxfFileBytes {
 DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
                                       const DxfProgress& progress = {});
 
+// False only for a file that is there, can be read, and cannot be a drawing by its first bytes: a
+// price list, a report, a picture. A host saves a drawing over no such file.
+bool mayBeDrawingFile(const std::filesystem::path& path);
+
 // "plan.dxf: not enough memory to read it (195 MB)".
 DxfError dxfNotEnoughMemory(const std::filesystem::path& path, std::uint64_t size);

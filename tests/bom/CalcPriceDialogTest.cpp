@@ -124,19 +124,29 @@ TEST_F(CalcPriceDialogTest, TheReportFollowsTheSortAndTheHiddenPrices) {
               "    window         10        Window 120 cm\n");
 }
 
-TEST_F(CalcPriceDialogTest, AReportThatCannotBeWrittenAlertsAndLeavesNoFile) {
+TEST_F(CalcPriceDialogTest, AReportThatCannotBeWrittenOrWouldWriteOverAFileInUseAlertsOnly) {
+    m_folder.write("plan.dxf", "  0\nEOF\n");
+    std::filesystem::create_symlink("list.prc", m_folder.path("link.prc"));
+    m_editor.setVariable(L"DWGPREFIX", resbuf::stringValue(m_folder.wpath("")));
+    m_editor.setVariable(L"DWGNAME", resbuf::stringValue(L"plan.dxf"));
     const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
     const std::vector<std::string> before = FolderEntries(m_folder.path(""));
-    for (const std::wstring& target :
-         {m_folder.wpath("no such folder/report.txt"), m_folder.wpath("")}) {
+    const std::pair<std::wstring, std::wstring> cases[] = {
+        {m_folder.wpath("no such folder/report.txt"), L" could  not be opened"},
+        {m_folder.wpath(""), L" could  not be opened"},
+        {m_folder.wpath("plan.dxf"), L" is the drawing that is open: it is not written over"},
+        {m_folder.wpath("link.prc"), L" is the price list in use: it is not written over"},
+    };
+    for (const auto& [target, alert] : cases) {
         m_editor.clearCalls();
         m_editor.answerFile(RTNORM, target);
         ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SAVE));
         EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
-                  (std::vector<RecordedCall>{
-                      {L"acedAlert", {L"File " + target + L" could  not be opened"}}}));
+                  (std::vector<RecordedCall>{{L"acedAlert", {L"File " + target + alert}}}));
     }
     EXPECT_EQ(FolderEntries(m_folder.path("")), before);
+    EXPECT_EQ(m_folder.read("plan.dxf"), "  0\nEOF\n");
+    EXPECT_EQ(m_folder.read("list.prc"), kDoorsList);
     EXPECT_TRUE(dialog->isVisible());
 }
 

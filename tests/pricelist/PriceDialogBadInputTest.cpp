@@ -77,12 +77,24 @@ TEST_F(BadInputTest, ASaveThatCannotBeWrittenAlertsAndLeavesTheFileAsItWas) {
     EXPECT_FALSE(Dialog().isVisible());
 }
 
-TEST_F(BadInputTest, SaveAsToAFolderAlertsAndWritesNothing) {
+TEST_F(BadInputTest, SaveAsToAFolderOrOverTheOpenDrawingAlertsAndWritesNothing) {
+    m_folder.write("plan.dxf", "  0\nEOF\n");
+    m_editor.setVariable(L"DWGPREFIX", resbuf::stringValue(m_folder.wpath("")));
+    m_editor.setVariable(L"DWGNAME", resbuf::stringValue(L"plan.dxf"));
     OpenAndChange();
-    m_editor.answerFile(RTNORM, m_folder.wpath(""));
-    Click(IDC_PRICE_SAVE_AS);
-    EXPECT_EQ(Alerts(), (std::vector<RecordedCall>{NotOpened(m_folder.wpath(""))}));
+    const RecordedCall overTheDrawing{
+        L"acedAlert", {L"File " + m_folder.wpath("plan.dxf") +
+                       L" is the drawing that is open: it is not written over"}};
+    for (const auto& [target, alert] :
+         {std::pair{m_folder.wpath(""), NotOpened(m_folder.wpath(""))},
+          std::pair{m_folder.wpath("plan.dxf"), overTheDrawing}}) {
+        m_editor.clearCalls();
+        m_editor.answerFile(RTNORM, target);
+        Click(IDC_PRICE_SAVE_AS);
+        EXPECT_EQ(Alerts(), (std::vector<RecordedCall>{alert}));
+    }
     EXPECT_EQ(m_folder.read("list.prc"), kList);
+    EXPECT_EQ(m_folder.read("plan.dxf"), "  0\nEOF\n");
     EXPECT_TRUE(Grid().IsModified());
     EXPECT_EQ(FileLabelText(), m_path);
 }

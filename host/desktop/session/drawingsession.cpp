@@ -3,7 +3,10 @@
 
 #include <string_view>
 
+#include "files/fileidentity.h"
 #include "host/api/acdbdatabase.h"
+#include "host/dxf/dxffile.h"
+#include "text/TextFile.h"
 
 namespace {
 
@@ -75,6 +78,12 @@ DxfStatus DrawingSession::saveAs(const std::filesystem::path& path) {
     m_hasFile = true;
     m_savedEditCount = m_document->editCount();
     return status;
+}
+
+std::optional<std::wstring> DrawingSession::refusalToSaveAs(const std::filesystem::path& path) const {
+    if (m_hasFile && isSameFile(path, m_document->path())) return std::nullopt;
+    if (mayBeDrawingFile(path)) return std::nullopt;
+    return L"File " + WidePath(path.string()) + L" is not a drawing: it is not written over";
 }
 
 std::wstring DrawingSession::drawingName() const {

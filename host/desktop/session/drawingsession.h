@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "host/api/acapdocmanager.h"
@@ -32,6 +33,9 @@ public:
     bool hasFile() const { return m_hasFile; }
     [[nodiscard]] DxfStatus save();
     [[nodiscard]] DxfStatus saveAs(const std::filesystem::path& path);
+    // The alert when saving the drawing as `path` would write over a file that is no drawing (a
+    // price list, a report); nothing when the save may go ahead.
+    std::optional<std::wstring> refusalToSaveAs(const std::filesystem::path& path) const;
 
     bool isModified() const { return m_document->editCount() != m_savedEditCount; }
     // "floorplan.dxf"; what DWGNAME answers.

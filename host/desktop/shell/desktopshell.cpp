@@ -253,6 +253,10 @@ int DesktopShell::saveDrawingAs() {
     if (m_editor.getFileD(L"Save Drawing As", m_drawing.drawingName(), L"dxf", kNewFile, path) !=
         RTNORM)
         return RTCAN;
+    if (const auto refusal = m_drawing.refusalToSaveAs(path)) {
+        m_editor.alert(*refusal);
+        return RTERROR;
+    }
     const DxfStatus status = m_drawing.saveAs(path);
     if (!status.isOk()) {
         report(QString::fromStdString(status.errorString()));

@@ -17,7 +17,8 @@ QWidget* askingWindow() {
 
 }  // namespace
 
-DialogEditor::DialogEditor() : m_previous(acedSetEditor(this)) {}
+DialogEditor::DialogEditor(const DxfDocument* drawing)
+    : m_drawing(drawing), m_previous(acedSetEditor(this)) {}
 
 DialogEditor::~DialogEditor() { acedSetEditor(m_previous); }
 
@@ -35,7 +36,9 @@ int DialogEditor::selectObjects(const wchar_t*, const std::vector<resbuf>*,
                                 std::vector<AcDbObjectId>&) {
     return RTERROR;
 }
-int DialogEditor::getVar(const std::wstring&, resbuf&) { return RTERROR; }
+int DialogEditor::getVar(const std::wstring& name, resbuf& value) {
+    return m_drawing != nullptr ? m_drawing->getVar(name, value) : RTERROR;
+}
 int DialogEditor::setVar(const std::wstring&, const resbuf&) { return RTERROR; }
 int DialogEditor::initGet(int, const std::wstring&) { return RTERROR; }
 int DialogEditor::getPoint(const ads_point*, const std::wstring&, ads_point&) { return RTERROR; }

@@ -3,11 +3,13 @@
 #pragma once
 
 #include "host/api/acededitor.h"
+#include "host/dxf/dxfdocument.h"
 
 class DialogEditor final : public AcEdEditor {
 public:
-    // Installs itself as the host's editor for its lifetime.
-    DialogEditor();
+    // Installs itself as the host's editor for its lifetime; the drawing, when there is one, answers
+    // the system variables (its name and folder among them).
+    explicit DialogEditor(const DxfDocument* drawing);
     ~DialogEditor() override;
     DialogEditor(const DialogEditor&) = delete;
     DialogEditor& operator=(const DialogEditor&) = delete;
@@ -27,5 +29,6 @@ public:
     void print(const std::wstring& text) override;
 
 private:
+    const DxfDocument* m_drawing;
     AcEdEditor* m_previous;
 };

@@ -66,12 +66,12 @@ std::optional<Options> parseArguments(int argc, char** argv, int& status) {
 }
 
 // Runs the dialog as the command would, with the list opened first when one was given.
-void runEditor(const Options& options) {
+void runEditor(const Options& options, const DxfDocument* drawing) {
     // The settings lie where the module's lie when tarnwick-cad loads it: beside Tarnwick.arx, in
     // the folder the programs are built into (in ~/.config/tarnwick/ when it is not writable).
     modulePath = (QApplication::applicationDirPath() + QStringLiteral("/Tarnwick.arx")).toStdWString();
     QtWindowServices windowServices;
-    DialogEditor editor;
+    DialogEditor editor(drawing);
     BlockPriceDialog dialog;
     windowServices.setMainWindow(&dialog);
     if (!options.list.empty()) {
@@ -102,7 +102,7 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("Tarnwick"));
     acdbHostApplicationServices()->setWorkingDatabase(drawing.get());
-    runEditor(*options);
+    runEditor(*options, drawing.get());
     acdbHostApplicationServices()->setWorkingDatabase(nullptr);
     return 0;
 }

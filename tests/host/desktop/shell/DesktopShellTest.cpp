@@ -200,6 +200,19 @@ TEST_F(DesktopShellTest, ANewDrawingIsSavedUnderANameAskedFor) {
         history().contains(QStringLiteral("Command: SAVE\nEnter file name <Drawing1.dxf>: ")));
 }
 
+TEST_F(DesktopShellTest, SaveAsOverAFileThatIsNoDrawingAlertsAndWritesNothing) {
+    m_folder.write("prices.prc", "Door|450|Interior door\n");
+    QStringList alerts;
+    shell().editor().setAlertBox([&alerts](const QString& message) { alerts << message; });
+    m_driver->type(QString::fromStdString(m_folder.path("prices.prc"))).type(QStringLiteral("Y"));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVEAS")));
+    EXPECT_EQ(alerts, QStringList{QString::fromStdString(
+                          "File " + m_folder.path("prices.prc") +
+                          " is not a drawing: it is not written over")});
+    EXPECT_EQ(m_folder.read("prices.prc"), "Door|450|Interior door\n");
+    EXPECT_EQ(shell().drawing().drawingName(), L"Drawing1.dxf");
+}
+
 TEST_F(DesktopShellTest, QuitAsksAboutUnsavedWorkAndClosesTheWindow) {
     openFloorPlan();
     QSignalSpy quit(&shell(), &DesktopShell::quitRequested);

@@ -33,7 +33,7 @@ TEST(PricesTool, ADrawingThatCannotBeReadIsToldInOneLine) {
         std::string message;
     } cases[] = {
         {folder.path("missing.dxf"),
-         folder.path("missing.dxf") + ": cannot open the file: No such file or directory\n"},
+         folder.path("missing.dxf") + ": cannot open the file: no such file or directory\n"},
         {folder.path("broken.dxf"),
          folder.path("broken.dxf") + ":8: expected a number for group code 10, found \"abc\"\n"},
         {folder.path(""), folder.path("") + ": not a regular file\n"},
