@@ -4,5 +4,6 @@
 #include <string>
 #include <string_view>
 
-// At most 40 bytes between double quotes, control characters shown as "?", "..." when cut.
+// At most 40 bytes between double quotes, control characters and bytes that are not UTF-8 shown as
+// "?", "..." when cut.
 std::string dxfQuoted(std::string_view text);

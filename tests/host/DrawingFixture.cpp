@@ -53,9 +53,12 @@ constexpr unsigned kPaperRecord = 0x21;
 
 std::string versionText(FixtureVersion version) {
     switch (version) {
-        case FixtureVersion::R12: return "AC1009";
-        case FixtureVersion::R2000: return "AC1015";
-        case FixtureVersion::R2018: return "AC1032";
+        case FixtureVersion::R12:
+            return "AC1009";
+        case FixtureVersion::R2000:
+            return "AC1015";
+        case FixtureVersion::R2018:
+            return "AC1032";
     }
     return "AC1009";
 }
@@ -197,4 +200,15 @@ std::string fixtureBytes(const FixtureDrawing& drawing) {
     }
     head.tag(0, "ENDSEC");
     return head.text() + body.text();
+}
+
+FixtureDrawing fixtureOfManyReferences(int count) {
+    FixtureDrawing drawing;
+    drawing.blocks = {{"DOOR", {}, ""}, {"WINDOW", {}, ""}};
+    drawing.references.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        drawing.references.push_back({i % 3 == 0 ? "WINDOW" : "DOOR", static_cast<double>(i % 1000),
+                                      static_cast<double>(i / 1000)});
+    }
+    return drawing;
 }

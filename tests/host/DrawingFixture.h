@@ -31,3 +31,6 @@ struct FixtureDrawing {
 };
 
 std::string fixtureBytes(const FixtureDrawing& drawing);
+
+// A large R2000 drawing: COUNT references in a grid, one in three to WINDOW, the others to DOOR.
+FixtureDrawing fixtureOfManyReferences(int count);

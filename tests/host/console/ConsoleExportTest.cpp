@@ -50,18 +50,6 @@ TEST_F(ConsoleExportTest, WritesCsvAndXlsxFromTheReportsRows) {
     EXPECT_NE(sheet.out.find("s:Summary:||||f:=SUM(E2:E10)=13805:"), std::string::npos) << sheet.out;
 }
 
-TEST_F(ConsoleExportTest, AnUnwritableTargetIsNamedAndLeavesNothingBehind) {
-    const auto before = files();
-    for (const char* option : {"--csv", "--xlsx"}) {
-        const ProcessResult result = bom({"floorplan.dxf"}, {option, "@missing/bom.out"});
-        EXPECT_EQ(result.exitCode, 1);
-        EXPECT_EQ(result.err, m_folder.path("missing/bom.out") +
-                                  ": cannot create a file in its folder: no such file or directory\n");
-        EXPECT_EQ(result.out, "");
-        EXPECT_EQ(files(), before);
-    }
-}
-
 TEST_F(ConsoleExportTest, SeveralDrawingsGetAColumnEachAndTheTotal) {
     const ProcessResult result = bom({"floorplan.dxf", "annex.dxf"}, {"--csv", "@bom.csv", "--jobs", "2"});
     ASSERT_EQ(result.exitCode, 0) << result.err;

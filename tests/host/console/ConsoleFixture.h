@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -25,9 +26,10 @@ protected:
     std::string at(const std::string& text) const {
         return text.starts_with("@") ? m_folder.path(text.substr(1)) : text;
     }
-    ProcessResult tarnwick(std::vector<std::string> arguments) const {
+    ProcessResult tarnwick(std::vector<std::string> arguments,
+                           const ProcessSetup& setup = {}) const {
         for (std::string& argument : arguments) argument = at(argument);
-        return runProcess(TARNWICK_EXECUTABLE, arguments);
+        return runProcess(TARNWICK_EXECUTABLE, arguments, setup);
     }
     // `tarnwick bom` of the drawings with the example list, then the other arguments.
     ProcessResult bom(const std::vector<std::string>& drawings,
@@ -44,6 +46,26 @@ protected:
             names.push_back(entry.path().filename().string());
         std::sort(names.begin(), names.end());
         return names;
+    }
+    // Each entry of the folder with what it holds: a link's target, a small file's bytes, a large
+    // file's size and time of change (reading it whole would cost more than the program under
+    // test).
+    std::map<std::string, std::string> snapshot() const {
+        std::map<std::string, std::string> entries;
+        for (const auto& entry : std::filesystem::directory_iterator(m_folder.path(""))) {
+            const std::string name = entry.path().filename().string();
+            if (entry.is_symlink()) {
+                entries[name] = "-> " + std::filesystem::read_symlink(entry.path()).string();
+            } else if (entry.is_regular_file() && entry.file_size() < (1U << 20)) {
+                entries[name] = m_folder.read(name);
+            } else {
+                const auto changed = std::filesystem::last_write_time(entry.path());
+                entries[name] = std::to_string(entry.is_regular_file() ? entry.file_size() : 0) +
+                                " bytes, changed " +
+                                std::to_string(changed.time_since_epoch().count());
+            }
+        }
+        return entries;
     }
 
     TempFolder m_folder;

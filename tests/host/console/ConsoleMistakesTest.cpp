@@ -1,0 +1,213 @@
+// The mistakes users type and the files that are no drawings, given to `tarnwick`: what it was
+// given to read stays what it was byte for byte, a refused command leaves nothing behind, and each
+// message says what went wrong and why.
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <filesystem>
+
+#include "tests/host/DrawingFixture.h"
+#include "tests/host/console/ConsoleFixture.h"
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool kMemoryLimitsWork =
+    false;  // the sanitizer reserves more address space than any limit
+#else
+constexpr bool kMemoryLimitsWork = true;
+#endif
+
+class ConsoleMistakesTest : public ConsoleTest {
+protected:
+    void SetUp() override {
+        ConsoleTest::SetUp();
+        std::filesystem::create_symlink("prices.prc", m_folder.path("list-link.txt"));
+        std::filesystem::create_symlink("floorplan.dxf", m_folder.path("plan-link.dxf"));
+    }
+    std::string p(const std::string& name) const { return m_folder.path(name); }
+};
+
+struct Attempt {
+    std::vector<std::string> options;  // after `bom floorplan.dxf --prices prices.prc`
+    int exitCode;
+    std::string message;
+};
+
+TEST_F(ConsoleMistakesTest, AnOutputNamingAnInputOrAnotherOutputIsRefusedBeforeAnythingIsRead) {
+    const std::string usage = "\nTry 'tarnwick --help'.\n";
+    const std::vector<Attempt> attempts = {
+        {{"--csv", "@floorplan.dxf"},
+         2,
+         "tarnwick: --csv " + p("floorplan.dxf") + " would write over the drawing " +
+             p("floorplan.dxf") + usage},
+        {{"--xlsx", "@prices.prc"},
+         2,
+         "tarnwick: --xlsx " + p("prices.prc") + " would write over the price list " +
+             p("prices.prc") + usage},
+        {{"--report", "@floorplan.dxf"},
+         2,
+         "tarnwick: --report " + p("floorplan.dxf") + " would write over the drawing " +
+             p("floorplan.dxf") + usage},
+        {{"--report", "@list-link.txt"},
+         2,
+         "tarnwick: --report " + p("list-link.txt") + " would write over the price list " +
+             p("prices.prc") + usage},
+        {{"--csv", "@plan-link.dxf"},
+         2,
+         "tarnwick: --csv " + p("plan-link.dxf") + " would write over the drawing " +
+             p("floorplan.dxf") + usage},
+        {{"--table-at", "0,0", "-o", "@out.dxf", "--csv", "@out.dxf"},
+         2,
+         "tarnwick: -o " + p("out.dxf") + " and --csv " + p("out.dxf") + " name the same file" +
+             usage},
+        // The outputs that are not named: the drawing's "-bom" copy and the report beside the list.
+        {{"--table-at", "0,0", "--xlsx", "@floorplan-bom.dxf"},
+         2,
+         "tarnwick: -o " + p("floorplan-bom.dxf") + " and --xlsx " + p("floorplan-bom.dxf") +
+             " name the same file" + usage},
+        {{"--report", "--csv", "@prices-floorplan.txt"},
+         2,
+         "tarnwick: --report " + p("prices-floorplan.txt") + " and --csv " +
+             p("prices-floorplan.txt") + " name the same file" + usage},
+    };
+    const auto before = snapshot();
+    for (const Attempt& attempt : attempts) {
+        const ProcessResult result = bom({"floorplan.dxf"}, attempt.options);
+        EXPECT_EQ(result.exitCode, attempt.exitCode) << attempt.options.front();
+        EXPECT_EQ(result.err, attempt.message);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(snapshot(), before) << attempt.options.front();
+    }
+    // Naming the drawing itself with -o is the one way to ask for it to be written over.
+    const ProcessResult inPlace =
+        bom({"floorplan.dxf"}, {"--table-at", "0,0", "-o", "@floorplan.dxf"});
+    EXPECT_EQ(inPlace.exitCode, 0) << inPlace.err;
+    EXPECT_NE(m_folder.read("floorplan.dxf"), before.at("floorplan.dxf"));
+    auto after = snapshot();
+    after.erase("floorplan.dxf");
+    auto expected = before;
+    expected.erase("floorplan.dxf");
+    EXPECT_EQ(after, expected);
+}
+
+TEST_F(ConsoleMistakesTest, AnOutputThatCannotBeWrittenSaysWhyAndLeavesNothingBehind) {
+    m_folder.write("r.txt", "an older report\n");
+    const std::string tooLong(256 - 4, 'r');
+    const std::vector<Attempt> attempts = {
+        {{"--csv", "@missing/bom.csv"},
+         1,
+         p("missing/bom.csv") +
+             ": cannot create a file in its folder: no such file or directory\n"},
+        {{"--xlsx", "@missing/bom.xlsx"},
+         1,
+         p("missing/bom.xlsx") +
+             ": cannot create a file in its folder: no such file or directory\n"},
+        {{"--table-at", "0,0", "-o", "@missing/out.dxf"},
+         1,
+         p("missing/out.dxf") +
+             ": cannot create a file in its folder: no such file or directory\n"},
+        {{"--csv", "@" + tooLong + ".csv"},
+         1,
+         p(tooLong + ".csv") + ": cannot write: file name too long\n"},
+        // The report keeps the module's words, odd spacing included, and adds the reason.
+        {{"--report", "@missing/r.txt"},
+         1,
+         "File " + p("missing/r.txt") + " could  not be opened: no such file or directory\n"},
+        {{"--report", "@"}, 1, "File " + p("") + " could  not be opened: is a directory\n"},
+        {{"--report", "@" + tooLong + ".txt"},
+         1,
+         "File " + p(tooLong + ".txt") + " could  not be opened: file name too long\n"},
+    };
+    const auto before = snapshot();
+    for (const Attempt& attempt : attempts) {
+        const ProcessResult result = bom({"floorplan.dxf"}, attempt.options);
+        EXPECT_EQ(result.exitCode, attempt.exitCode) << attempt.message;
+        EXPECT_EQ(result.err, attempt.message);
+        EXPECT_EQ(snapshot(), before) << attempt.message;
+    }
+}
+
+TEST_F(ConsoleMistakesTest, OutputNamesAsLongAsAFolderAllowsAreWrittenWithNothingBeside) {
+    const std::string longest(255 - 4, 'r');
+    const std::vector<std::vector<std::string>> outputs = {
+        {"--csv", "@" + longest + ".csv"},
+        {"--xlsx", "@" + longest + ".xls"},
+        {"--report", "@" + longest + ".txt"},
+        {"--table-at", "0,0", "-o", "@" + longest + ".dxf"},
+    };
+    const auto before = files();
+    for (const auto& options : outputs) {
+        const ProcessResult result = bom({"floorplan.dxf"}, options);
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        const std::string name = options.back().substr(1);
+        auto expected = before;
+        expected.push_back(name);
+        std::sort(expected.begin(), expected.end());
+        EXPECT_EQ(files(), expected);
+        EXPECT_GT(std::filesystem::file_size(p(name)), 0U);
+        std::filesystem::remove(p(name));
+    }
+}
+
+TEST_F(ConsoleMistakesTest, StandardOutputThatCannotTakeTheOutputIsExitOneAndAClosedPipeIsQuiet) {
+    const std::vector<std::vector<std::string>> commands = {
+        {"bom", "@floorplan.dxf", "--prices", "@prices.prc"},
+        {"bom", "@floorplan.dxf", "--prices", "@prices.prc", "--json"},
+        {"check", "@floorplan.dxf", "--prices", "@prices.prc"},
+        {"blocks", "@floorplan.dxf"},
+        {"info", "@floorplan.dxf", "--json"},
+    };
+    const auto before = snapshot();
+    for (const auto& command : commands) {
+        const ProcessResult full = tarnwick(command, ProcessSetup::writingTo("/dev/full"));
+        EXPECT_EQ(full.exitCode, 1) << command.front();
+        EXPECT_EQ(full.err, "standard output: no space left on device\n");
+        // `| head`: the reader has gone, and so does the program, without a word.
+        const ProcessResult closed = tarnwick(command, ProcessSetup::intoAClosedPipe());
+        EXPECT_EQ(closed.termSignal, SIGPIPE) << command.front();
+        EXPECT_EQ(closed.err, "");
+    }
+    EXPECT_EQ(snapshot(), before);
+}
+
+TEST_F(ConsoleMistakesTest, AFileThatCannotBeADrawingIsRefusedFromItsFirstBytes) {
+    // A gigabyte of zeros (a sparse file: no disk spent) under a limit of a quarter of it.
+    m_folder.write("zeros.dxf", "");
+    std::filesystem::resize_file(p("zeros.dxf"), 1ULL << 30);
+    m_folder.write("picture.dxf", std::string("\x89PNG\r\n\x1a\n", 8) + std::string(4096, 'x'));
+    const ProcessSetup limited =
+        ProcessSetup::limitedBy(kMemoryLimitsWork ? "ulimit -v 262144" : "true");
+    const auto before = snapshot();
+    const std::vector<std::pair<std::string, std::string>> refusals = {
+        {"zeros.dxf", ":1: expected a group code, found \"" + std::string(40, '?') + "...\"\n"},
+        {"picture.dxf", ":1: expected a group code, found \"?PNG\"\n"},
+    };
+    for (const auto& [name, message] : refusals) {
+        for (const char* command : {"bom", "check", "info"}) {
+            std::vector<std::string> arguments{command, "@" + name};
+            if (std::string(command) != "info")
+                arguments.insert(arguments.end(), {"--prices", "@prices.prc"});
+            const ProcessResult result = tarnwick(arguments, limited);
+            EXPECT_EQ(result.exitCode, 1) << command << " " << name;
+            EXPECT_EQ(result.err, p(name) + message) << command;
+        }
+    }
+    EXPECT_EQ(snapshot(), before);
+}
+
+TEST_F(ConsoleMistakesTest, RunningOutOfMemoryIsNamedWithTheFilesSize) {
+    if (!kMemoryLimitsWork) GTEST_SKIP() << "address space limits do not hold under the sanitizer";
+    const std::string bytes = fixtureBytes(fixtureOfManyReferences(400'000));
+    m_folder.write("large.dxf", bytes);
+    const std::size_t megabytes = (bytes.size() + 999'999) / 1'000'000;
+    const auto before = snapshot();
+    const ProcessResult result = tarnwick({"bom", "@large.dxf", "--prices", "@prices.prc"},
+                                          ProcessSetup::limitedBy("ulimit -v 100000"));
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, p("large.dxf") + ": not enough memory to read it (" +
+                              std::to_string(megabytes) + " MB)\n");
+    EXPECT_EQ(snapshot(), before);
+}
+
+}  // namespace
