@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "text/CaseRules.h"
 #include "text/TextFile.h"
@@ -14,6 +15,11 @@ std::int64_t saturatingAdd(std::int64_t a, std::int64_t b) {
     return a > kTallyLimit - b ? kTallyLimit : a + b;
 }
 
+std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b) {
+    if (a == 0 || b == 0) return 0;
+    return a > kTallyLimit / b ? kTallyLimit : a * b;
+}
+
 // How the references of one block record are counted.
 struct Naming {
     std::wstring name;
@@ -22,28 +28,56 @@ struct Naming {
     std::wstring recordName;
 };
 
-// Records met under a block for one reference of it, with their counts, first met first.
-using Expansion = std::vector<std::pair<AcDbObjectId, std::int64_t>>;
+// The blocks one block holds references to, first met first, with how many of each. A reference
+// that leads back to a block whose content is being walked closes a cycle: the block is counted
+// where it is met but not gone into again.
+struct NestedBlock {
+    AcDbObjectId record;
+    std::int64_t references = 0;
+    bool closesCycle = false;
+};
+
+// What the walk knows of a block: its content and whether the walk is inside it or done with it.
+struct BlockVisit {
+    std::vector<NestedBlock> content;
+    std::size_t depth = 0;  // its place on the walk's path while the walk is inside it
+    bool finished = false;
+    bool listed = false;  // everything it holds is among the counted blocks already
+};
 
 class Tally {
 public:
     Tally(const DxfDocument& document, std::string name, const TallyOptions& options)
         : m_document(document), m_name(std::move(name)), m_options(options) {
         if (options.recordNames) return;
-        for (const auto& link : document.dynamicBlockLinks()) m_links.emplace(link.anonymous, link.dynamic);
+        for (const auto& link : document.dynamicBlockLinks())
+            m_links.emplace(link.anonymous, link.dynamic);
     }
 
     bool countSelection() {
+        if (!m_options.nested) {
+            for (const auto& reference : m_document.blockReferences(DxfSpace::Model)) {
+                if (!isSelected(reference, m_options.filter)) continue;
+                const AcDbObjectId record = recordOf(reference.blockName);
+                if (record.isNull()) return false;
+                add(record, 1);
+            }
+            return true;
+        }
+        // Nested: the selection's blocks in the order they are met, each with its own count.
+        std::vector<AcDbObjectId> selected;
         for (const auto& reference : m_document.blockReferences(DxfSpace::Model)) {
             if (!isSelected(reference, m_options.filter)) continue;
             const AcDbObjectId record = recordOf(reference.blockName);
             if (record.isNull()) return false;
-            add(record, 1);
-            if (!m_options.nested) continue;
-            const Expansion* inside = expansion(record);
-            if (inside == nullptr) return false;
-            for (const auto& [nestedRecord, count] : *inside) add(nestedRecord, count);
+            selected.push_back(record);
+            m_reached[record] = saturatingAdd(m_reached[record], 1);
         }
+        for (const AcDbObjectId record : selected) {
+            if (!walkFrom(record)) return false;
+        }
+        multiplyAlongTheNesting();
+        for (const AcDbObjectId record : selected) listInOrderMet(record);
         return true;
     }
 
@@ -102,41 +136,109 @@ private:
             block.variants.push_back(naming.recordName);
     }
 
-    // What one reference of the block holds, nested references multiplied along; null after an
-    // error. A block met again while its own content is being counted closes a cycle: it is
-    // counted where it is met, but not gone into again.
-    const Expansion* expansion(AcDbObjectId record) {
-        const auto known = m_expansions.find(record);
-        if (known != m_expansions.end()) return &known->second;
-        m_path.push_back(record);
-        Expansion result;
+    // The block's content, the first time it is met; false after an error.
+    bool enter(AcDbObjectId record) {
+        BlockVisit& visit = m_visits[record];
         std::unordered_map<AcDbObjectId, std::size_t> position;
-        auto merge = [&](AcDbObjectId nested, std::int64_t count) {
-            const auto [at, isNew] = position.try_emplace(nested, result.size());
-            if (isNew) result.emplace_back(nested, 0);
-            result[at->second].second = saturatingAdd(result[at->second].second, count);
-        };
         for (const auto& reference : m_document.referencesInBlock(record)) {
             const AcDbObjectId nested = recordOf(reference.blockName);
-            if (nested.isNull()) return nullptr;
-            merge(nested, 1);
-            if (const auto loop = std::find(m_path.begin(), m_path.end(), nested); loop != m_path.end()) {
-                noteCycle(loop, nested);
+            if (nested.isNull()) return false;
+            const auto [at, isNew] = position.try_emplace(nested, visit.content.size());
+            if (isNew) visit.content.push_back({nested, 0, false});
+            NestedBlock& entry = visit.content[at->second];
+            entry.references = saturatingAdd(entry.references, 1);
+        }
+        return true;
+    }
+
+    // A depth-first walk with a stack of its own, as deep as the nesting may be. Blocks are
+    // finished in an order that puts each after every block that holds it (cycles cut).
+    bool walkFrom(AcDbObjectId root) {
+        if (m_visits.contains(root)) return true;
+        if (!enter(root)) return false;
+        struct Frame {
+            AcDbObjectId record;
+            std::size_t next = 0;
+        };
+        std::vector<Frame> stack{{root, 0}};
+        m_path = {root};
+        while (!stack.empty()) {
+            Frame& frame = stack.back();
+            std::vector<NestedBlock>& content = m_visits[frame.record].content;
+            if (frame.next == content.size()) {
+                m_visits[frame.record].finished = true;
+                m_finishOrder.push_back(frame.record);
+                stack.pop_back();
+                m_path.pop_back();
                 continue;
             }
-            const Expansion* inside = expansion(nested);
-            if (inside == nullptr) return nullptr;
-            for (const auto& [deeper, count] : *inside) merge(deeper, count);
+            NestedBlock& nested = content[frame.next++];
+            const auto known = m_visits.find(nested.record);
+            if (known == m_visits.end()) {
+                const AcDbObjectId record = nested.record;
+                if (!enter(record)) return false;
+                m_visits[record].depth = m_path.size();
+                stack.push_back({record, 0});
+                m_path.push_back(record);
+            } else if (!known->second.finished) {
+                nested.closesCycle = true;
+                noteCycle(m_path.begin() + static_cast<std::ptrdiff_t>(known->second.depth),
+                          nested.record);
+            }
         }
-        m_path.pop_back();
-        return &m_expansions.emplace(record, std::move(result)).first->second;
+        return true;
+    }
+
+    // Each block is reached as often as the selection and the blocks that hold it say; holders
+    // come first in reverse finishing order. A reference that closes a cycle counts, but what it
+    // leads to is not reached through it again.
+    void multiplyAlongTheNesting() {
+        for (auto it = m_finishOrder.rbegin(); it != m_finishOrder.rend(); ++it) {
+            const std::int64_t reached = m_reached[*it];
+            for (const NestedBlock& nested : m_visits[*it].content) {
+                const std::int64_t count = saturatingMultiply(reached, nested.references);
+                auto& target =
+                    nested.closesCycle ? m_closingCycles[nested.record] : m_reached[nested.record];
+                target = saturatingAdd(target, count);
+            }
+        }
+    }
+
+    // The blocks in the order a reference of the block and then its content, each block
+    // followed by its own, would meet them; each is added once with everything counted for it.
+    void listInOrderMet(AcDbObjectId root) {
+        addOnce(root);
+        if (std::exchange(m_visits[root].listed, true)) return;
+        struct Frame {
+            AcDbObjectId record;
+            std::size_t next = 0;
+        };
+        std::vector<Frame> stack{{root, 0}};
+        while (!stack.empty()) {
+            Frame& frame = stack.back();
+            const std::vector<NestedBlock>& content = m_visits[frame.record].content;
+            if (frame.next == content.size()) {
+                stack.pop_back();
+                continue;
+            }
+            const NestedBlock& nested = content[frame.next++];
+            addOnce(nested.record);
+            if (!nested.closesCycle && !std::exchange(m_visits[nested.record].listed, true))
+                stack.push_back({nested.record, 0});
+        }
+    }
+
+    void addOnce(AcDbObjectId record) {
+        if (!m_added.insert(record).second) return;
+        add(record, saturatingAdd(m_reached[record], m_closingCycles[record]));
     }
 
     void noteCycle(std::vector<AcDbObjectId>::const_iterator from, AcDbObjectId closing) {
         std::wstring cycle;
         for (auto it = from; it != m_path.end(); ++it) cycle += recordName(*it) + L" > ";
         cycle += recordName(closing);
-        if (std::find(m_result.cycles.begin(), m_result.cycles.end(), cycle) == m_result.cycles.end())
+        if (std::find(m_result.cycles.begin(), m_result.cycles.end(), cycle) ==
+            m_result.cycles.end())
             m_result.cycles.push_back(std::move(cycle));
     }
 
@@ -146,8 +248,12 @@ private:
     std::unordered_map<AcDbObjectId, AcDbObjectId> m_links;
     std::unordered_map<const wchar_t*, AcDbObjectId> m_records;  // by the interned name's text
     std::unordered_map<AcDbObjectId, Naming> m_namings;
-    std::unordered_map<AcDbObjectId, Expansion> m_expansions;
-    std::vector<AcDbObjectId> m_path;
+    std::unordered_map<AcDbObjectId, BlockVisit> m_visits;
+    std::vector<AcDbObjectId> m_finishOrder;
+    std::vector<AcDbObjectId> m_path;  // the blocks the walk is inside, outermost first
+    std::unordered_map<AcDbObjectId, std::int64_t> m_reached;
+    std::unordered_map<AcDbObjectId, std::int64_t> m_closingCycles;
+    std::unordered_set<AcDbObjectId> m_added;
     std::unordered_map<std::wstring, std::size_t> m_index;
     DrawingTally m_result;
     std::string m_error;

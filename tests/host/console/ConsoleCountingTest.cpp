@@ -23,17 +23,18 @@ std::string jsonRows(const std::string& json) {
         const std::size_t start = json.find("\"" + key + "\": ", from);
         if (start == std::string::npos || start > to) return "";
         const std::size_t value = start + key.size() + 4;
-        const std::size_t end = key == "resolved_from" ? json.find(']', value) + 1
-                                                       : json.find_first_of(",\n", value);
+        const std::size_t end =
+            key == "resolved_from" ? json.find(']', value) + 1 : json.find_first_of(",\n", value);
         return json.substr(value, end - value);
     };
     while ((at = json.find("\"name\": ", at)) != std::string::npos) {
         const std::size_t end = json.find("\n    }", at);
         std::string from = field("resolved_from", at, end);
-        from.erase(std::remove_if(from.begin(), from.end(), [](char c) { return c == ' ' || c == '\n'; }),
-                   from.end());
-        rows += field("name", at, end) + " " + field("quantity", at, end) + " " + field("total", at, end) +
-                (from.empty() ? "" : " < " + from) +
+        from.erase(
+            std::remove_if(from.begin(), from.end(), [](char c) { return c == ' ' || c == '\n'; }),
+            from.end());
+        rows += field("name", at, end) + " " + field("quantity", at, end) + " " +
+                field("total", at, end) + (from.empty() ? "" : " < " + from) +
                 (field("unresolved", at, end).empty() ? "" : " unresolved") + "\n";
         at = end;
     }
@@ -46,7 +47,8 @@ protected:
                       std::vector<std::string> extra) {
         m_folder.write("plan.dxf", fixtureBytes(drawing));
         m_folder.write("list.prc", prices);
-        std::vector<std::string> args{"bom", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc")};
+        std::vector<std::string> args{"bom", m_folder.path("plan.dxf"), "--prices",
+                                      m_folder.path("list.prc")};
         args.insert(args.end(), extra.begin(), extra.end());
         return runProcess(kTarnwick, args);
     }
@@ -59,11 +61,11 @@ protected:
 FixtureDrawing office() {
     FixtureDrawing drawing;
     drawing.version = FixtureVersion::R2018;
-    drawing.blocks = {{"Chair", {}, ""},   {"*U1", {}, "Chair"}, {"*U2", {}, "Chair"},
-                      {"*U3", {}, "#FFFF"}, {"*U4", {}, ""},
-                      {"Desk", {{"Chair", 0, 0}, {"*U2", 1, 0}}, ""}};
+    drawing.blocks = {{"Chair", {}, ""},    {"*U1", {}, "Chair"},
+                      {"*U2", {}, "Chair"}, {"*U3", {}, "#FFFF"},
+                      {"*U4", {}, ""},      {"Desk", {{"Chair", 0, 0}, {"*U2", 1, 0}}, ""}};
     drawing.references = {{"*U1", 0, 0}, {"Desk", 1, 0}, {"Desk", 2, 0}, {"*U3", 3, 0},
-                          {"*U4", 4, 0}, {"*U4", 5, 0}, {"*U2", 6, 0}, {"chair", 7, 0}};
+                          {"*U4", 4, 0}, {"*U4", 5, 0},  {"*U2", 6, 0},  {"chair", 7, 0}};
     return drawing;
 }
 
@@ -116,8 +118,52 @@ TEST_F(ConsoleCounting, ACycleOfBlocksIsFollowedOnceAndNamed) {
     drawing.references = {{"A", 0, 0}};
     const ProcessResult result = bom(drawing, "A|1|\nB|2|\n", {"--nested"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(result.err, m_folder.path("plan.dxf") + ": blocks nest in a cycle (A > B > A); it is followed once\n");
-    EXPECT_EQ(result.out.substr(result.out.find("Summary:")), "Summary:                                                  4.00\n");
+    EXPECT_EQ(result.err, m_folder.path("plan.dxf") +
+                              ": blocks nest in a cycle (A > B > A); it is followed once\n");
+    EXPECT_EQ(result.out.substr(result.out.find("Summary:")),
+              "Summary:                                                  4.00\n");
+}
+
+// Blocks nested 100,000 deep, the deepest holding the one above it again: counted without a stack
+// as deep as the nesting, under the default stack and under one of 1 MiB.
+TEST_F(ConsoleCounting, AHundredThousandLevelsAreCountedUnderASmallStack) {
+    constexpr int kDepth = 100'000;
+    FixtureDrawing drawing;
+    drawing.version = FixtureVersion::R12;
+    for (int level = 0; level < kDepth; ++level) {
+        const int next = level + 1 < kDepth ? level + 1 : level - 1;
+        drawing.blocks.push_back(
+            {"B" + std::to_string(level), {{"B" + std::to_string(next), 1, 0}}, ""});
+    }
+    drawing.references = {{"B0", 0, 0}, {"B0", 5, 0}};
+    m_folder.write("plan.dxf", fixtureBytes(drawing));
+    m_folder.write("list.prc", "B0|1|top\nB99998|10|next to last\nB99999|100|deepest\n");
+    const std::string plan = m_folder.path("plan.dxf");
+    const std::string list = m_folder.path("list.prc");
+    const std::string cycle =
+        plan + ": blocks nest in a cycle (B99998 > B99999 > B99998); it is followed once\n";
+    for (const std::string limits : {"true", "ulimit -s 1024"}) {
+        SCOPED_TRACE(limits);
+        const ProcessResult counted =
+            runProcess(kTarnwick, {"bom", plan, "--prices", list, "--nested", "--only-priced"},
+                       ProcessSetup::limitedBy(limits));
+        ASSERT_EQ(counted.exitCode, 0) << counted.err;
+        EXPECT_EQ(counted.err, cycle);
+        EXPECT_EQ(counted.out,
+                  "Block name Item Price   Quantity          Description      Total\n"
+                  "        b0       1.00          2                  top       2.00\n"
+                  "    b99998      10.00          4         next to last      40.00\n"
+                  "    b99999     100.00          2              deepest     200.00\n"
+                  "  Summary:                                                242.00\n");
+        const ProcessResult checked =
+            runProcess(kTarnwick, {"check", plan, "--prices", list, "--nested"},
+                       ProcessSetup::limitedBy(limits));
+        EXPECT_EQ(checked.exitCode, 3) << checked.err;
+        EXPECT_NE(checked.out.find(plan + ": \"B50000\" has no price (2 references)\n"),
+                  std::string::npos);
+        EXPECT_NE(checked.out.find("blocks nest in a cycle (B99998 > B99999 > B99998)"),
+                  std::string::npos);
+    }
 }
 
 class ConsoleEncodedNames : public ::testing::TestWithParam<EncodedNameDrawing> {
@@ -129,7 +175,8 @@ TEST_P(ConsoleEncodedNames, CountAsTheListSpellsThemInAnotherCase) {
     m_folder.write("plan.dxf", fixtureBytes(GetParam().drawing));
     m_folder.write("list.prc", kEncodedNamePrices);
     const ProcessResult result = runProcess(
-        kTarnwick, {"bom", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc"), "--json"});
+        kTarnwick,
+        {"bom", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc"), "--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     std::string expected;
     for (const auto& [name, quantity, total] : GetParam().rows)
@@ -145,8 +192,8 @@ TEST(ConsoleEncodedNamesBlocks, ListsNamesInTheirOrderWithCountsUnderAnyCase) {
     const EncodedNameDrawing latin = encodedNameDrawings()[1];
     folder.write("plan.dxf", fixtureBytes(latin.drawing));
     folder.write("list.prc", "\xc3\xa4rmel|3.10|sleeve\n");
-    const ProcessResult result =
-        runProcess(kTarnwick, {"blocks", folder.path("plan.dxf"), "--prices", folder.path("list.prc")});
+    const ProcessResult result = runProcess(
+        kTarnwick, {"blocks", folder.path("plan.dxf"), "--prices", folder.path("list.prc")});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out,
               "\xc3\x84RMEL            3\n"
