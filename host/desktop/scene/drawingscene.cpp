@@ -107,16 +107,61 @@ private:
         Blocks& m_blocks;
     };
 
-    // The shape of the block record, and whether it is still being built (a cycle).
+    // The shape of the block record, and whether it is still being built (a cycle). The blocks it
+    // holds are built first, innermost first, so that no build waits on another and nesting as
+    // deep as a drawing likes needs no deeper stack.
     std::pair<BlockAnswer, bool> build(AcDbObjectId record) {
         if (const auto it = m_byRecord.find(record); it != m_byRecord.end())
             return {it->second, false};
-        if (m_building.contains(record)) return {std::nullopt, true};
+        if (m_building.contains(record) || m_pending.contains(record)) return {std::nullopt, true};
+        for (const AcDbObjectId inner : innermostFirst(record)) {
+            m_pending.erase(inner);
+            buildOne(inner);
+        }
+        return {m_byRecord.at(record), false};
+    }
+
+    // The record and the blocks it holds not built yet, each after those it holds, found by a
+    // walk with a stack of its own. A block the walk is inside when it meets it again closes a
+    // cycle: it stays pending while the blocks inside it are built, which leaves it out of them.
+    std::vector<AcDbObjectId> innermostFirst(AcDbObjectId root) {
+        const DxfDocument& document = m_scene.m_document;
+        struct Level {
+            AcDbObjectId record;
+            std::vector<DxfReference> references;
+            std::size_t next = 0;
+        };
+        std::vector<AcDbObjectId> order;
+        std::vector<Level> levels;
+        levels.push_back({root, document.referencesInBlock(root), 0});
+        m_pending.insert(root);
+        while (!levels.empty()) {
+            Level& level = levels.back();
+            if (level.next == level.references.size()) {
+                order.push_back(level.record);
+                levels.pop_back();
+                continue;
+            }
+            const DxfReference& reference = level.references[level.next++];
+            AcDbObjectId inner;
+            if (document.getBlockTableRecordId(std::wstring(reference.blockName), inner) !=
+                Acad::eOk)
+                continue;
+            if (m_byRecord.contains(inner) || m_building.contains(inner) ||
+                m_pending.contains(inner))
+                continue;
+            m_pending.insert(inner);
+            levels.push_back({inner, document.referencesInBlock(inner), 0});
+        }
+        return order;
+    }
+
+    void buildOne(AcDbObjectId record) {
         const DxfDocument& document = m_scene.m_document;
         std::wstring name;
         if (document.getBlockTableRecordName(record, name) != Acad::eOk || isLayoutName(name)) {
             m_byRecord.emplace(record, std::nullopt);
-            return {std::nullopt, false};
+            return;
         }
         m_building.insert(record);
         const auto shape = static_cast<std::uint32_t>(m_scene.m_blocks.size());
@@ -138,7 +183,6 @@ private:
         m_scene.m_blockBounds[shape] = target.bounds;
         m_building.erase(record);
         m_byRecord.emplace(record, block);
-        return {block, false};
     }
 
     DrawingScene& m_scene;
@@ -146,6 +190,7 @@ private:
     BlocksByName m_byName;
     std::unordered_map<AcDbObjectId, BlockAnswer> m_byRecord;
     std::unordered_set<AcDbObjectId> m_building;
+    std::unordered_set<AcDbObjectId> m_pending;  // found by a walk, not built yet
 };
 
 // A reader's own memory of the blocks it met, so that threads seldom wait for the shared one: a

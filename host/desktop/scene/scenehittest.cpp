@@ -6,10 +6,9 @@
 #include <cmath>
 #include <functional>
 #include <numbers>
+#include <vector>
 
 namespace {
-
-constexpr int kMaxDepth = 32;  // nesting of references followed
 
 // Calls `segment(a, b)` for each piece of what the primitives draw, and `area(corners)` for text
 // boxes, until one of them answers true.
@@ -21,17 +20,38 @@ public:
     SegmentWalk(const DrawingScene& scene, Segment segment, Area area)
         : m_scene(scene), m_segment(std::move(segment)), m_area(std::move(area)) {}
 
+    // Blocks nest as deep as a drawing likes: their levels wait on a stack, not in recursion.
     bool walk(const SceneShape& shape, std::uint32_t first, std::uint32_t count,
-              const SceneTransform& transform, int depth) {
-        for (std::uint32_t p = first; p < first + count; ++p) {
-            if (primitive(shape, shape.primitives[p], transform, depth)) return true;
+              const SceneTransform& transform) {
+        struct Level {
+            const SceneShape* shape;
+            std::uint32_t next;
+            std::uint32_t end;
+            SceneTransform transform;
+        };
+        std::vector<Level> levels{{&shape, first, first + count, transform}};
+        while (!levels.empty()) {
+            Level& level = levels.back();
+            if (level.next == level.end) {
+                levels.pop_back();
+                continue;
+            }
+            const ScenePrimitive& at = level.shape->primitives[level.next++];
+            if (at.kind == ScenePrimitiveKind::Reference) {
+                const SceneReference& reference = level.shape->references[at.index];
+                const SceneShape& block = m_scene.block(reference.shape);
+                levels.push_back(
+                    {&block, 0, block.primitiveCount(), reference.transform.then(level.transform)});
+            } else if (primitive(*level.shape, at, level.transform)) {
+                return true;
+            }
         }
         return false;
     }
 
 private:
     bool primitive(const SceneShape& shape, const ScenePrimitive& primitive,
-                   const SceneTransform& transform, int depth) {
+                   const SceneTransform& transform) {
         switch (primitive.kind) {
             case ScenePrimitiveKind::Path: {
                 const ScenePath& path = shape.paths[primitive.index];
@@ -71,13 +91,8 @@ private:
                 const ScenePoint p = transform.map(shape.points[primitive.index]);
                 return m_segment(p, p);
             }
-            case ScenePrimitiveKind::Reference: {
-                if (depth >= kMaxDepth) return false;
-                const SceneReference& reference = shape.references[primitive.index];
-                const SceneShape& block = m_scene.block(reference.shape);
-                return walk(block, 0, block.primitiveCount(), reference.transform.then(transform),
-                            depth + 1);
-            }
+            case ScenePrimitiveKind::Reference:
+                return false;  // the walk goes into it
         }
         return false;
     }
@@ -135,7 +150,7 @@ double entityDistance(const DrawingScene& scene, std::size_t entity, ScenePoint 
             return best <= enough;
         });
     walk.walk(scene.shapeOf(entity), scene.entity(entity).firstPrimitive,
-              scene.entity(entity).primitiveCount, {}, 0);
+              scene.entity(entity).primitiveCount, {});
     return best;
 }
 
@@ -149,5 +164,5 @@ bool entityMeets(const DrawingScene& scene, std::size_t entity, const SceneRect&
             return insideQuad(corners, rect.center());
         });
     return walk.walk(scene.shapeOf(entity), scene.entity(entity).firstPrimitive,
-                     scene.entity(entity).primitiveCount, {}, 0);
+                     scene.entity(entity).primitiveCount, {});
 }

@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr int kMaxDepth = 32;        // nesting of block references followed
 constexpr double kDotSize = 1.0;     // boxes smaller than this many pixels are one dot
 constexpr double kClipMargin = 4.0;  // pixels beyond the image that segments keep at first
 constexpr QRgb kOpaque = 0xFF000000u;
@@ -170,7 +169,7 @@ void SceneRenderer::renderEntities(QImage& image, const ViewTransform& view,
         const SceneEntity& entity = m_scene.entity(index);
         if (entity.removed) continue;
         drawShape(frame, m_scene.shapeOf(index), entity.firstPrimitive, entity.primitiveCount,
-                  frame.toScreen, Inherited{}, 0);
+                  frame.toScreen);
     }
     paintTexts(image, frame.texts, frame.color);
 }
@@ -256,15 +255,25 @@ void SceneRenderer::sortEntity(Frame& frame, const SceneShape& shape, const Scen
         return;
     }
     ++frame.counts.drawn;
-    drawShape(frame, shape, entity.firstPrimitive, entity.primitiveCount, frame.toScreen,
-              Inherited{}, 0);
+    drawShape(frame, shape, entity.firstPrimitive, entity.primitiveCount, frame.toScreen);
 }
 
-void SceneRenderer::drawShape(Frame& frame, const SceneShape& shape, std::uint32_t first,
-                              std::uint32_t count, const SceneTransform& toScreen,
-                              const Inherited& inherited, int depth) {
-    for (std::uint32_t p = first; p < first + count; ++p) {
-        const ScenePrimitive& primitive = shape.primitives[p];
+void SceneRenderer::drawShape(Frame& frame, const SceneShape& entityShape, std::uint32_t first,
+                              std::uint32_t count, const SceneTransform& entityToScreen) {
+    std::vector<BlockLevel>& levels = frame.levels;
+    levels.clear();
+    levels.push_back({&entityShape, first, first + count, entityToScreen, Inherited{}});
+    while (!levels.empty()) {
+        if (levels.back().next == levels.back().end) {
+            levels.pop_back();
+            continue;
+        }
+        // Valid until a block's level is pushed, the last thing a primitive does.
+        BlockLevel& level = levels.back();
+        const SceneShape& shape = *level.shape;
+        const SceneTransform& toScreen = level.toScreen;
+        const Inherited& inherited = level.inherited;
+        const ScenePrimitive& primitive = shape.primitives[level.next++];
         if (primitive.inheritsLayer && !inherited.layerShown) continue;
         const SceneRgb rgb = resolved(primitive, inherited);
         switch (primitive.kind) {
@@ -285,7 +294,6 @@ void SceneRenderer::drawShape(Frame& frame, const SceneShape& shape, std::uint32
                 break;
             }
             case ScenePrimitiveKind::Reference: {
-                if (depth >= kMaxDepth) break;
                 const SceneReference& reference = shape.references[primitive.index];
                 const SceneTransform transform = reference.transform.then(toScreen);
                 const SceneRect box = transform.mapRect(m_scene.blockBounds()[reference.shape]);
@@ -306,7 +314,7 @@ void SceneRenderer::drawShape(Frame& frame, const SceneShape& shape, std::uint32
                     inner.layerShown = !layer.off;
                 }
                 const SceneShape& block = m_scene.block(reference.shape);
-                drawShape(frame, block, 0, block.primitiveCount(), transform, inner, depth + 1);
+                levels.push_back({&block, 0, block.primitiveCount(), transform, inner});
                 break;
             }
         }

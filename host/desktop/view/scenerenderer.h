@@ -71,6 +71,14 @@ private:
         SceneTransform toScreen;
         QRgb color = 0;
     };
+    // A block being drawn: its primitives still to draw and what its reference passes down.
+    struct BlockLevel {
+        const SceneShape* shape = nullptr;
+        std::uint32_t next = 0;
+        std::uint32_t end = 0;
+        SceneTransform toScreen;
+        Inherited inherited;
+    };
     // One thread's drawing: where the pixels go and what it found.
     struct Frame {
         QRgb* bits = nullptr;
@@ -80,10 +88,11 @@ private:
         QRectF clip;  // the image grown by a margin: segments are first cut to it
         SceneTransform toScreen;
         RasterBands* bands = nullptr;  // where lines wait for the bands; none: written at once
-        std::optional<QRgb> color;  // everything in this colour
+        std::optional<QRgb> color;     // everything in this colour
         bool dashed = false;
         int dashPhase = 0;
         std::vector<DeferredText> texts;
+        std::vector<BlockLevel> levels;  // blocks nest as deep as a drawing likes: no recursion
         Counts counts;
     };
 
@@ -96,7 +105,7 @@ private:
     void sortEntity(Frame& frame, const SceneShape& shape, const SceneEntity& entity,
                     const SceneRect& box);
     void drawShape(Frame& frame, const SceneShape& shape, std::uint32_t first, std::uint32_t count,
-                   const SceneTransform& toScreen, const Inherited& inherited, int depth);
+                   const SceneTransform& toScreen);
     void drawPath(Frame& frame, const SceneShape& shape, const ScenePath& path,
                   const SceneTransform& toScreen, QRgb color);
     void drawArc(Frame& frame, const SceneArc& arc, const SceneTransform& toScreen, QRgb color);

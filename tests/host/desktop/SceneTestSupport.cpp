@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <algorithm>
 #include <cstdio>
 
 std::string dxfTags(std::string_view tags) {
@@ -40,4 +42,21 @@ std::unique_ptr<DxfDocument> readTestDrawing(const std::string& bytes) {
     auto read = DxfDocument::readBytes("test.dxf", bytes);
     EXPECT_TRUE(read.isOk()) << read.errorString();
     return read.isOk() ? read.takeValue() : nullptr;
+}
+
+std::string deepNesting(int depth) {
+    std::string blocks;
+    for (int level = 0; level < depth; ++level) {
+        const std::string name = "B" + std::to_string(level);
+        blocks += (level == 0 ? "" : "|") + std::string("0 BLOCK|8 0|2 ") + name +
+                  "|70 0|10 0|20 0|30 0|";
+        if (level + 1 < depth) {
+            blocks += "0 INSERT|8 0|2 B" + std::to_string(level + 1) + "|10 0|20 0|";
+        } else {
+            blocks += "0 LINE|8 0|10 0|20 0|11 10|21 6|0 INSERT|8 0|2 B" +
+                      std::to_string(std::max(level - 1, 0)) + "|10 0|20 0|";
+        }
+        blocks += "0 ENDBLK|8 0";
+    }
+    return blocks;
 }

@@ -23,5 +23,9 @@ struct TestLayer {
 std::string testDrawing(const std::vector<TestLayer>& layers, std::string_view blocks,
                         std::string_view entities);
 
+// Blocks B0, B1, ... nested DEPTH deep: each shows the next, the last a line from (0,0) to (10,6)
+// and the block that shows it (a cycle, cut where the scene is built).
+std::string deepNesting(int depth);
+
 // Reads the drawing; a failure is reported and gives null.
 std::unique_ptr<DxfDocument> readTestDrawing(const std::string& bytes);

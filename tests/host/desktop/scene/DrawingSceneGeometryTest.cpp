@@ -176,6 +176,17 @@ TEST(SceneReferences, NestedTransformsApplyInsideOut) {
     EXPECT_FALSE(scene.pick({91, 99}, 0.5));
 }
 
+TEST(SceneReferences, ANestingAHundredThousandDeepIsBuiltAndWalkedToTheBottom) {
+    const auto document =
+        readTestDrawing(testDrawing({{"0"}}, deepNesting(100'000), "0 INSERT|8 0|2 B0|10 0|20 0"));
+    ASSERT_TRUE(document);
+    const DrawingScene scene(*document, DxfSpace::Model);
+    ASSERT_EQ(scene.entityCount(), 1u);
+    EXPECT_TRUE(near(scene.boundsOf(0), {0, 0, 10, 6}));
+    EXPECT_EQ(scene.pick({5, 3}, 0.01), scene.entity(0).id);
+    EXPECT_FALSE(scene.pick({5, 4}, 0.01));
+}
+
 TEST(SceneReferences, ABlockThatShowsItselfStopsThere) {
     // A shows a line and itself; B and C show each other.
     const auto document = readTestDrawing(testDrawing(

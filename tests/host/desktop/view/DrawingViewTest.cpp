@@ -108,6 +108,13 @@ TEST_F(DrawingViewTest, ShowsTheWholeDrawingInItsColours) {
     EXPECT_TRUE(coloursAt(image, {5, 6}).contains(kRed));
 }
 
+TEST_F(DrawingViewTest, ALineAHundredThousandBlocksDeepIsDrawn) {
+    open(testDrawing({{"0"}}, deepNesting(100'000), "0 INSERT|8 0|2 B0|10 0|20 0"));
+    const QImage image = shot();
+    EXPECT_NE(coloursAt(image, {5, 3}), std::set<QRgb>{kBackground});
+    EXPECT_EQ(coloursAt(image, {5, 5}), std::set<QRgb>{kBackground});
+}
+
 TEST_F(DrawingViewTest, TheWheelZoomsAboutTheCursor) {
     open(colourDrawing());
     QSignalSpy changed(&m_view, &DrawingView::viewChanged);
