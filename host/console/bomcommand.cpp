@@ -3,6 +3,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <map>
 #include <optional>
 
 #include "bom/BomCalculation.h"
@@ -11,7 +12,6 @@
 #include "bom/Report.h"
 #include "bom/ShownMoney.h"
 #include "frame/TablePlacement.h"
-#include "pricelist/PriceListFile.h"
 #include "host/console/billofmaterials.h"
 #include "host/console/bomexport.h"
 #include "host/console/commandline.h"
@@ -20,21 +20,23 @@
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
 #include "host/console/messages.h"
+#include "host/console/moneyoverflow.h"
 #include "host/console/outputguard.h"
 #include "host/console/standardoutput.h"
 #include "host/console/xlsxexport.h"
+#include "pricelist/PriceListFile.h"
 #include "text/TextFile.h"
 
 namespace {
 
 const std::vector<OptionSpec> kOptions{
-    {"--prices", OptionSpec::Value::Required},     {"--report", OptionSpec::Value::Optional},
-    {"--table-at", OptionSpec::Value::Required},   {"--scale", OptionSpec::Value::Required},
-    {"--hide-prices", OptionSpec::Value::None},    {"--only-priced", OptionSpec::Value::None},
-    {"--window", OptionSpec::Value::Required},     {"--layer", OptionSpec::Value::Required, true},
-    {"-o", OptionSpec::Value::Required},           {"--json", OptionSpec::Value::None},
-    {"--csv", OptionSpec::Value::Required},        {"--xlsx", OptionSpec::Value::Required},
-    {"--nested", OptionSpec::Value::None},         {"--record-names", OptionSpec::Value::None},
+    {"--prices", OptionSpec::Value::Required},   {"--report", OptionSpec::Value::Optional},
+    {"--table-at", OptionSpec::Value::Required}, {"--scale", OptionSpec::Value::Required},
+    {"--hide-prices", OptionSpec::Value::None},  {"--only-priced", OptionSpec::Value::None},
+    {"--window", OptionSpec::Value::Required},   {"--layer", OptionSpec::Value::Required, true},
+    {"-o", OptionSpec::Value::Required},         {"--json", OptionSpec::Value::None},
+    {"--csv", OptionSpec::Value::Required},      {"--xlsx", OptionSpec::Value::Required},
+    {"--nested", OptionSpec::Value::None},       {"--record-names", OptionSpec::Value::None},
     {"--jobs", OptionSpec::Value::Required}};
 
 struct BomRequest {
@@ -56,7 +58,8 @@ struct BomRequest {
 // The drawing's name with "-bom" before its extension, in the drawing's folder.
 std::string defaultOutput(const std::string& drawing) {
     const std::filesystem::path path(drawing);
-    return (path.parent_path() / (path.stem().string() + "-bom" + path.extension().string())).string();
+    return (path.parent_path() / (path.stem().string() + "-bom" + path.extension().string()))
+        .string();
 }
 
 // The table's options; a usage message when they do not make sense.
@@ -85,7 +88,8 @@ std::optional<std::string> readCountOptions(const ParsedArguments& args, BomRequ
         if (!w) return "--window wants X1,Y1,X2,Y2, not \"" + *window + "\"";
         request.tally.filter.window = SelectionWindow{(*w)[0], (*w)[1], (*w)[2], (*w)[3]};
     }
-    for (const auto& layer : args.values("--layer")) request.tally.filter.layers.push_back(WidePath(layer));
+    for (const auto& layer : args.values("--layer"))
+        request.tally.filter.layers.push_back(WidePath(layer));
     request.tally.nested = args.has("--nested");
     request.tally.recordNames = args.has("--record-names");
     request.jobs = defaultJobs();
@@ -186,6 +190,24 @@ void printReport(const DisplayedResults& shown, bool showPrices, const TextForma
 }
 
 // What the user should know about how a drawing was counted: variants without a link, cycles.
+// A warning a price or a total that overflows; the figures themselves stay as the module has them.
+void warnOfMoneyThatOverflows(const std::string& prices,
+                              const std::vector<CountedDrawing>& drawings) {
+    const auto list = ReadTextFile(WidePath(prices));
+    if (!list) return;
+    std::map<std::wstring, std::int64_t> quantities;
+    for (const auto& drawing : drawings) {
+        for (const auto& block : drawing.tally.blocks)
+            quantities[moneyKeyOf(block.name)] += block.references;
+    }
+    for (const MoneyOverflow& overflow :
+         findMoneyOverflows(ScanPriceList(list->text), quantities)) {
+        const std::string where =
+            overflow.line ? prices + ":" + std::to_string(*overflow.line) : prices;
+        std::fprintf(stderr, "%s: %s\n", where.c_str(), overflow.message.c_str());
+    }
+}
+
 void printNotes(const CountedDrawing& drawing) {
     const DrawingTally& tally = drawing.tally;
     if (tally.unlinkedReferences > 0) {
@@ -245,9 +267,11 @@ std::optional<std::string> outputClash(const BomRequest& request) {
 }
 
 // The module's alert when the report cannot be written, with the system's reason.
-int writeReport(const BomRequest& request, const DisplayedResults& shown, const TextFormat& format) {
+int writeReport(const BomRequest& request, const DisplayedResults& shown,
+                const TextFormat& format) {
     const std::string path = reportPath(request);
-    const FileStatus written = WriteTextFile(WidePath(path), ReportText(shown.rows, request.showPrices), format);
+    const FileStatus written =
+        WriteTextFile(WidePath(path), ReportText(shown.rows, request.showPrices), format);
     if (written.isOk()) return kExitOk;
     std::fprintf(stderr, "%s: %s\n", NativePath(FileNotOpenedMessage(WidePath(path))).c_str(),
                  systemReason(written.systemError()).c_str());
@@ -264,16 +288,20 @@ int reportStatus(const DxfStatus& status) {
 int writeFiles(const BomRequest& request, std::vector<CountedDrawing>& drawings,
                const BillOfMaterials& bill, const TextFormat& format) {
     if (request.tableCorner) {
-        auto session = DrawingSession::adopt(drawings.front().path, std::move(drawings.front().document));
-        if (const int status = drawTable(*session, request, bill.shown); status != kExitOk) return status;
+        auto session =
+            DrawingSession::adopt(drawings.front().path, std::move(drawings.front().document));
+        if (const int status = drawTable(*session, request, bill.shown); status != kExitOk)
+            return status;
     }
     if (request.report) {
-        if (const int status = writeReport(request, bill.shown, format); status != kExitOk) return status;
+        if (const int status = writeReport(request, bill.shown, format); status != kExitOk)
+            return status;
     }
     if (!request.csv && !request.xlsx) return kExitOk;
     const ExportTable table = exportTable(bill, request.showPrices);
     if (request.csv) {
-        if (const int status = reportStatus(writeCsv(*request.csv, table)); status != kExitOk) return status;
+        if (const int status = reportStatus(writeCsv(*request.csv, table)); status != kExitOk)
+            return status;
     }
     if (request.xlsx) return reportStatus(writeXlsx(*request.xlsx, table));
     return kExitOk;
@@ -311,9 +339,11 @@ int runBomCommand(const std::vector<std::string>& arguments) {
         return kExitFailure;
     }
     for (const auto& drawing : drawings) printNotes(drawing);
+    warnOfMoneyThatOverflows(request->prices, drawings);
 
     // Files first: when one cannot be written, the error line is all the user gets.
-    if (const int status = writeFiles(*request, drawings, bill.value(), calculation.PriceListFormat());
+    if (const int status =
+            writeFiles(*request, drawings, bill.value(), calculation.PriceListFormat());
         status != kExitOk)
         return status;
     if (request->json) {

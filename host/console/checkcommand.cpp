@@ -12,6 +12,7 @@
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
 #include "host/console/messages.h"
+#include "host/console/moneyoverflow.h"
 #include "host/console/standardoutput.h"
 #include "inventory/BlockNamesCont.h"
 #include "pricelist/PriceListFile.h"
@@ -37,7 +38,9 @@ struct Finding {
     std::optional<std::wstring> price;
 };
 
-std::string quoted(const std::wstring& name) { return "\"" + EncodeText(name, TextFormat{}) + "\""; }
+std::string quoted(const std::wstring& name) {
+    return "\"" + EncodeText(name, TextFormat{}) + "\"";
+}
 
 // The module's key of a name: lower-cased, then folded.
 std::wstring keyOf(const std::wstring& name) { return FoldCase(MakeLower(name)); }
@@ -72,7 +75,8 @@ bool isPlainNumber(std::wstring_view text) {
 
 class Checker {
 public:
-    Checker(std::string drawing, std::string prices) : m_drawing(std::move(drawing)), m_prices(std::move(prices)) {}
+    Checker(std::string drawing, std::string prices)
+        : m_drawing(std::move(drawing)), m_prices(std::move(prices)) {}
 
     void unpricedBlocks(const DrawingTally& tally, const std::vector<PriceListLine>& lines) {
         std::set<std::wstring> priced;
@@ -81,9 +85,14 @@ public:
         }
         for (const auto& block : tally.blocks) {
             if (block.name.starts_with(L'*') || priced.contains(keyOf(block.name))) continue;
-            add({"no_price", m_drawing, {}, block.name,
+            add({"no_price",
+                 m_drawing,
+                 {},
+                 block.name,
                  quoted(block.name) + " has no price (" + references(block.references) + ")",
-                 block.references, {}, {}});
+                 block.references,
+                 {},
+                 {}});
         }
     }
 
@@ -94,8 +103,14 @@ public:
         for (const auto& line : lines) {
             if (line.kind != PriceListLineKind::Row) continue;
             if (BlockNamesContSort().Find(blname{line.row.name, 0}, names.Names()) >= 0) continue;
-            add({"not_in_drawing", m_prices, line.line, line.row.name,
-                 quoted(line.row.name) + " has a price, but the drawing defines no such block", {}, {}, {}});
+            add({"not_in_drawing",
+                 m_prices,
+                 line.line,
+                 line.row.name,
+                 quoted(line.row.name) + " has a price, but the drawing defines no such block",
+                 {},
+                 {},
+                 {}});
         }
     }
 
@@ -108,22 +123,49 @@ public:
             if (line.kind != PriceListLineKind::Row) continue;
             const PriceListLine* winner = winners[keyOf(line.row.name)];
             if (winner == &line) continue;
-            std::string message = quoted(line.row.name) + " is listed again on line " +
-                                  std::to_string(winner->line);
+            std::string message =
+                quoted(line.row.name) + " is listed again on line " + std::to_string(winner->line);
             if (winner->row.name != line.row.name) message += " as " + quoted(winner->row.name);
-            add({"listed_twice", m_prices, line.line, line.row.name,
-                 message + "; line " + std::to_string(winner->line) + " wins", {}, winner->line, {}});
+            add({"listed_twice",
+                 m_prices,
+                 line.line,
+                 line.row.name,
+                 message + "; line " + std::to_string(winner->line) + " wins",
+                 {},
+                 winner->line,
+                 {}});
         }
     }
 
     void pricesThatAreNoNumbers(const std::vector<PriceListLine>& lines) {
         for (const auto& line : lines) {
             if (line.kind != PriceListLineKind::Row || isPlainNumber(line.row.price)) continue;
-            add({"not_a_number", m_prices, line.line, line.row.name,
+            add({"not_a_number",
+                 m_prices,
+                 line.line,
+                 line.row.name,
                  "the price " + quoted(line.row.price) + " of " + quoted(line.row.name) +
                      " is not a number; it counts as " +
                      EncodeText(FormatMoney(WToF(line.row.price)), TextFormat{}),
-                 {}, {}, line.row.price});
+                 {},
+                 {},
+                 line.row.price});
+        }
+    }
+
+    void moneyThatOverflows(const DrawingTally& tally, const std::vector<PriceListLine>& lines) {
+        std::map<std::wstring, std::int64_t> quantities;
+        for (const auto& block : tally.blocks)
+            quantities[moneyKeyOf(block.name)] += block.references;
+        for (const MoneyOverflow& overflow : findMoneyOverflows(lines, quantities)) {
+            add({overflow.kind,
+                 m_prices,
+                 overflow.line,
+                 overflow.name.empty() ? std::nullopt : std::optional(overflow.name),
+                 overflow.message,
+                 {},
+                 {},
+                 {}});
         }
     }
 
@@ -131,11 +173,23 @@ public:
         std::set<std::size_t> longLines;
         for (const auto& line : lines) {
             if (line.piece && longLines.insert(line.line).second)
-                add({"long_line", m_prices, line.line, {},
-                     "longer than 999 characters: read as several lines", {}, {}, {}});
+                add({"long_line",
+                     m_prices,
+                     line.line,
+                     {},
+                     "longer than 999 characters: read as several lines",
+                     {},
+                     {},
+                     {}});
             if (line.moreFields)
-                add({"fields_ignored", m_prices, line.line, line.row.name,
-                     "the text after the third \"|\" is not read", {}, {}, {}});
+                add({"fields_ignored",
+                     m_prices,
+                     line.line,
+                     line.row.name,
+                     "the text after the third \"|\" is not read",
+                     {},
+                     {},
+                     {}});
             if (const auto reason = skipReason(line))
                 add({"skipped_line", m_prices, line.line, {}, *reason, {}, {}, {}});
         }
@@ -144,14 +198,25 @@ public:
     void unlinkedVariants(const DrawingTally& tally) {
         for (const auto& block : tally.blocks) {
             if (!block.unlinked) continue;
-            add({"unresolved_dynamic_block", m_drawing, {}, block.name,
+            add({"unresolved_dynamic_block",
+                 m_drawing,
+                 {},
+                 block.name,
                  quoted(block.name) + " (" + references(block.references) +
                      ") has no link to its dynamic block",
-                 block.references, {}, {}});
+                 block.references,
+                 {},
+                 {}});
         }
         for (const auto& cycle : tally.cycles)
-            add({"nesting_cycle", m_drawing, {}, {},
-                 "blocks nest in a cycle (" + EncodeText(cycle, TextFormat{}) + ")", {}, {}, {}});
+            add({"nesting_cycle",
+                 m_drawing,
+                 {},
+                 {},
+                 "blocks nest in a cycle (" + EncodeText(cycle, TextFormat{}) + ")",
+                 {},
+                 {},
+                 {}});
     }
 
     const std::vector<Finding>& findings() const { return m_findings; }
@@ -163,11 +228,16 @@ private:
 
     static std::optional<std::string> skipReason(const PriceListLine& line) {
         switch (line.kind) {
-            case PriceListLineKind::Row: return std::nullopt;
-            case PriceListLineKind::Empty: return "an empty line, skipped";
-            case PriceListLineKind::NoName: return "no block name, line skipped";
-            case PriceListLineKind::NoPrice: return "no price for " + quoted(line.row.name) + ", line skipped";
-            case PriceListLineKind::Unread: return std::string("the last line has no line break and is not read");
+            case PriceListLineKind::Row:
+                return std::nullopt;
+            case PriceListLineKind::Empty:
+                return "an empty line, skipped";
+            case PriceListLineKind::NoName:
+                return "no block name, line skipped";
+            case PriceListLineKind::NoPrice:
+                return "no price for " + quoted(line.row.name) + ", line skipped";
+            case PriceListLineKind::Unread:
+                return std::string("the last line has no line break and is not read");
         }
         return std::nullopt;
     }
@@ -188,7 +258,8 @@ void printText(const std::vector<Finding>& findings) {
         writeStandardOutput(location(finding) + ": " + finding.message + "\n");
 }
 
-void printJson(const std::string& drawing, const std::string& prices, const std::vector<Finding>& findings) {
+void printJson(const std::string& drawing, const std::string& prices,
+               const std::vector<Finding>& findings) {
     JsonWriter json;
     json.beginObject();
     json.key("drawing");
@@ -244,7 +315,8 @@ int runCheckCommand(const std::vector<std::string>& arguments) {
     if (!args.has("--prices")) return usageError("check needs --prices LIST");
     const std::string drawing = args.positional.front();
     const std::string prices = *args.value("--prices");
-    if (const std::string reason = unreadableReason(prices); !reason.empty()) return fail(prices, reason);
+    if (const std::string reason = unreadableReason(prices); !reason.empty())
+        return fail(prices, reason);
     const auto list = ReadTextFile(WidePath(prices));
     if (!list) return fail(prices, "cannot be read");
     const std::vector<PriceListLine> lines = ScanPriceList(list->text);
@@ -265,6 +337,7 @@ int runCheckCommand(const std::vector<std::string>& arguments) {
     checker.pricesWithoutBlock(lines);
     checker.namesListedTwice(lines);
     checker.pricesThatAreNoNumbers(lines);
+    checker.moneyThatOverflows(tally.value(), lines);
     checker.skippedLines(lines);
     checker.unlinkedVariants(tally.value());
     if (args.has("--json")) {

@@ -210,4 +210,36 @@ TEST_F(ConsoleMistakesTest, RunningOutOfMemoryIsNamedWithTheFilesSize) {
     EXPECT_EQ(snapshot(), before);
 }
 
+// The module reads prices as it always has and prints "inf"; the console names the line to blame.
+TEST_F(ConsoleMistakesTest, MoneyTooLargeToCountWithIsNamedWithItsLine) {
+    struct Overflow {
+        std::string list;
+        std::string warnings;  // after the list's path
+    };
+    const std::vector<Overflow> overflows = {
+        {"door|1e400|x\nwindow|1e308|y\n",
+         ":1: the price \"1e400\" of \"door\" is too large to count with; it counts as inf\n"
+         ":2: the total of \"window\" (10 x 1e308) overflows; it shows as inf\n"},
+        {"door|4e307|x\nwindow|1e307|y\n", ": the grand total overflows; it shows as inf\n"},
+    };
+    for (const Overflow& overflow : overflows) {
+        m_folder.write("huge.prc", overflow.list);
+        const std::string list = p("huge.prc");
+        std::string expected;
+        for (std::size_t at = 0, end; at < overflow.warnings.size(); at = end + 1) {
+            end = overflow.warnings.find('\n', at);
+            expected += list + overflow.warnings.substr(at, end - at + 1);
+        }
+        const ProcessResult bom = tarnwick({"bom", "@floorplan.dxf", "--prices", "@huge.prc"});
+        EXPECT_EQ(bom.exitCode, 0);
+        EXPECT_EQ(bom.err, expected);
+        EXPECT_TRUE(
+            bom.out.ends_with("  Summary:                                                   inf\n"))
+            << bom.out;
+        const ProcessResult check = tarnwick({"check", "@floorplan.dxf", "--prices", "@huge.prc"});
+        EXPECT_EQ(check.exitCode, 3);
+        EXPECT_TRUE(check.out.ends_with(expected)) << check.out;
+    }
+}
+
 }  // namespace
