@@ -86,7 +86,8 @@ std::optional<std::wstring> DecodeMultibyte(std::string_view bytes) {
     for (std::size_t i = 0; i < bytes.size();) {
         wchar_t c = 0;
         const std::size_t n = std::mbrtowc(&c, bytes.data() + i, bytes.size() - i, &state);
-        if (n == static_cast<std::size_t>(-1) || n == static_cast<std::size_t>(-2)) return std::nullopt;
+        if (n == static_cast<std::size_t>(-1) || n == static_cast<std::size_t>(-2))
+            return std::nullopt;
         text += c;
         i += n == 0 ? 1 : n;
     }
@@ -153,6 +154,16 @@ std::optional<std::string> ReadBytes(const std::string& path) {
 
 }  // namespace
 
+std::size_t FirstInvalidUtf8(std::string_view bytes) {
+    for (std::size_t i = 0; i < bytes.size();) {
+        char32_t cp = 0;
+        const std::size_t n = DecodeUtf8At(bytes, i, cp);
+        if (n == 0) return i;
+        i += n;
+    }
+    return bytes.size();
+}
+
 std::wstring DecodeText(std::string_view bytes, TextFormat& format) {
     format = TextFormat{};
     if (bytes.starts_with(kUtf8Bom)) {
@@ -201,7 +212,8 @@ std::optional<TextFileContent> ReadTextFile(const std::wstring& path) {
     return content;
 }
 
-FileStatus WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format) {
+FileStatus WriteTextFile(const std::wstring& path, std::wstring_view text,
+                         const TextFormat& format) {
     return replaceFile(NativePath(path), EncodeText(text, format));
 }
 

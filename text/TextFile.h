@@ -32,7 +32,11 @@ std::string EncodeText(std::wstring_view text, const TextFormat& format);
 // Null when the file cannot be opened for reading.
 std::optional<TextFileContent> ReadTextFile(const std::wstring& path);
 // Replaces the file whole or not at all (see AtomicFile); on failure the target is untouched.
-[[nodiscard]] FileStatus WriteTextFile(const std::wstring& path, std::wstring_view text, const TextFormat& format);
+[[nodiscard]] FileStatus WriteTextFile(const std::wstring& path, std::wstring_view text,
+                                       const TextFormat& format);
+
+// Where the first byte that is not part of valid UTF-8 lies; the size when there is none.
+std::size_t FirstInvalidUtf8(std::string_view bytes);
 
 // UTF-8 whatever the locale; characters that have no UTF-8 form become U+FFFD.
 std::string EncodeUtf8(std::wstring_view text);

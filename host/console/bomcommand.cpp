@@ -19,6 +19,7 @@
 #include "host/console/drawingbatch.h"
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
+#include "host/console/listencoding.h"
 #include "host/console/messages.h"
 #include "host/console/moneyoverflow.h"
 #include "host/console/outputguard.h"
@@ -190,11 +191,13 @@ void printReport(const DisplayedResults& shown, bool showPrices, const TextForma
 }
 
 // What the user should know about how a drawing was counted: variants without a link, cycles.
-// A warning a price or a total that overflows; the figures themselves stay as the module has them.
-void warnOfMoneyThatOverflows(const std::string& prices,
-                              const std::vector<CountedDrawing>& drawings) {
+// A note on a list that is not UTF-8, and a warning a price or a total that overflows; the figures
+// themselves stay as the module has them.
+void warnAboutTheList(const std::string& prices, const std::vector<CountedDrawing>& drawings) {
     const auto list = ReadTextFile(WidePath(prices));
     if (!list) return;
+    if (const auto note = listEncodingNote(*list))
+        std::fprintf(stderr, "%s:%zu: %s\n", prices.c_str(), note->line, note->message.c_str());
     std::map<std::wstring, std::int64_t> quantities;
     for (const auto& drawing : drawings) {
         for (const auto& block : drawing.tally.blocks)
@@ -339,7 +342,7 @@ int runBomCommand(const std::vector<std::string>& arguments) {
         return kExitFailure;
     }
     for (const auto& drawing : drawings) printNotes(drawing);
-    warnOfMoneyThatOverflows(request->prices, drawings);
+    warnAboutTheList(request->prices, drawings);
 
     // Files first: when one cannot be written, the error line is all the user gets.
     if (const int status =

@@ -11,6 +11,7 @@
 #include "host/console/commandline.h"
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
+#include "host/console/listencoding.h"
 #include "host/console/messages.h"
 #include "host/console/moneyoverflow.h"
 #include "host/console/standardoutput.h"
@@ -151,6 +152,11 @@ public:
                  {},
                  line.row.price});
         }
+    }
+
+    void listEncoding(const TextFileContent& list) {
+        if (const auto note = listEncodingNote(list))
+            add({"not_utf8", m_prices, note->line, {}, note->message, {}, {}, {}});
     }
 
     void moneyThatOverflows(const DrawingTally& tally, const std::vector<PriceListLine>& lines) {
@@ -338,6 +344,7 @@ int runCheckCommand(const std::vector<std::string>& arguments) {
     checker.namesListedTwice(lines);
     checker.pricesThatAreNoNumbers(lines);
     checker.moneyThatOverflows(tally.value(), lines);
+    checker.listEncoding(*list);
     checker.skippedLines(lines);
     checker.unlinkedVariants(tally.value());
     if (args.has("--json")) {

@@ -242,4 +242,20 @@ TEST_F(ConsoleMistakesTest, MoneyTooLargeToCountWithIsNamedWithItsLine) {
     }
 }
 
+// "Стул" in code page 1251 on the second line: it cannot find a block named so in UTF-8.
+TEST_F(ConsoleMistakesTest, AListThatIsNotUtf8SaysHowItWasReadAndWhere) {
+    m_folder.write("cp1251.prc", "door|1|x\n\xD1\xF2\xF3\xEB|2|chair\n");
+    const std::string note = p("cp1251.prc") +
+                             ":2: not UTF-8: read one byte per character, so names in other "
+                             "scripts will not match; save the list as UTF-8\n";
+    const ProcessResult bom = tarnwick({"bom", "@floorplan.dxf", "--prices", "@cp1251.prc"});
+    EXPECT_EQ(bom.exitCode, 0);
+    EXPECT_EQ(bom.err, note);
+    const ProcessResult check = tarnwick({"check", "@floorplan.dxf", "--prices", "@cp1251.prc"});
+    EXPECT_EQ(check.exitCode, 3);
+    EXPECT_TRUE(check.out.ends_with(note)) << check.out;
+    m_folder.write("utf8.prc", "door|1|x\n\xD0\xA1\xD1\x82\xD1\x83\xD0\xBB|2|chair\n");
+    EXPECT_EQ(tarnwick({"bom", "@floorplan.dxf", "--prices", "@utf8.prc"}).err, "");
+}
+
 }  // namespace
