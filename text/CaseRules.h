@@ -1,6 +1,6 @@
-// Block names compared "without regard to case" as a user means it, in every script: lower and upper
-// case are Unicode's simple mappings, comparisons use Unicode simple case folding (utf8proc), also
-// when the environment's locale is the plain C one.
+// Block names compared "without regard to case" as a user means it, in every script: lower and
+// upper case are Unicode's simple mappings, comparisons use Unicode simple case folding (utf8proc),
+// also when the environment's locale is the plain C one.
 #pragma once
 
 #include <string>

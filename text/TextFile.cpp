@@ -9,6 +9,7 @@
 #include <cwchar>
 
 #include "files/atomicfile.h"
+#include "text/CodePage.h"
 
 namespace {
 
@@ -173,7 +174,17 @@ std::wstring DecodeText(std::string_view bytes, TextFormat& format) {
             return format.crlf ? ToLineFeeds(std::move(*text)) : std::move(*text);
         }
     }
-    auto text = LocaleIsUtf8() ? DecodeUtf8(bytes) : DecodeMultibyte(bytes);
+    std::optional<std::wstring> text;
+    if (const std::string& codePage = TextFileCodePage(); !codePage.empty()) {
+        std::size_t badByte = 0;
+        text = DecodeCodePage(bytes, codePage, badByte);
+        if (text) {
+            format.encoding = TextEncoding::CodePage;
+            format.codePage = codePage;
+        }
+    } else {
+        text = LocaleIsUtf8() ? DecodeUtf8(bytes) : DecodeMultibyte(bytes);
+    }
     if (!text) {
         format.encoding = TextEncoding::Bytes;
         text = DecodeBytes(bytes);
@@ -183,6 +194,15 @@ std::wstring DecodeText(std::string_view bytes, TextFormat& format) {
 }
 
 std::string EncodeText(std::wstring_view text, const TextFormat& format) {
+    if (format.encoding == TextEncoding::CodePage && !format.byteOrderMark) {
+        std::wstring lines;
+        lines.reserve(text.size());
+        for (const wchar_t c : text) {
+            if (c == L'\n' && format.crlf) lines += L'\r';
+            lines += c;
+        }
+        return EncodeCodePage(lines, format.codePage);
+    }
     std::string out;
     out.reserve(text.size() + text.size() / 8);
     if (format.byteOrderMark) out += kUtf8Bom;

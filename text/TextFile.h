@@ -9,8 +9,9 @@
 #include "files/filestatus.h"
 
 enum class TextEncoding {
-    Locale,  // the locale's multibyte encoding; UTF-8 where the locale is UTF-8 or plain ASCII
-    Bytes,   // each byte one character (U+0000..U+00FF), so nothing is lost
+    Locale,    // the locale's multibyte encoding; UTF-8 where the locale is UTF-8 or plain ASCII
+    Bytes,     // each byte one character (U+0000..U+00FF), so nothing is lost
+    CodePage,  // the code page the user named (see CodePage.h)
 };
 
 // How a file was written, so that saving it again gives the same bytes.
@@ -18,6 +19,7 @@ struct TextFormat {
     TextEncoding encoding = TextEncoding::Locale;
     bool crlf = false;           // lines end with CR LF on disk; in memory always "\n"
     bool byteOrderMark = false;  // a UTF-8 byte-order mark leads the file
+    std::string codePage;        // for TextEncoding::CodePage
     friend bool operator==(const TextFormat&, const TextFormat&) = default;
 };
 

@@ -18,11 +18,13 @@ struct RowNotes {
     bool unlinked = false;
 };
 
-void note(RowNotes& notes, std::size_t drawing, std::size_t drawingCount, const TalliedBlock& block) {
+void note(RowNotes& notes, std::size_t drawing, std::size_t drawingCount,
+          const TalliedBlock& block) {
     notes.quantities.resize(drawingCount, 0);
     notes.quantities[drawing] += block.references;
     for (const auto& variant : block.variants) {
-        if (std::find(notes.variants.begin(), notes.variants.end(), variant) == notes.variants.end())
+        if (std::find(notes.variants.begin(), notes.variants.end(), variant) ==
+            notes.variants.end())
             notes.variants.push_back(variant);
     }
     notes.unlinked = notes.unlinked || block.unlinked;

@@ -6,6 +6,7 @@
 
 #include "host/console/commandline.h"
 #include "host/console/drawingsession.h"
+#include "host/console/listencoding.h"
 #include "host/console/messages.h"
 #include "host/console/standardoutput.h"
 #include "inventory/BlockNamesCont.h"
@@ -14,7 +15,8 @@
 
 namespace {
 
-const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required}};
+const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required},
+                                       {"--list-encoding", OptionSpec::Value::Required}};
 
 // By the folded name, under which names that differ only in case are one.
 std::map<std::wstring, int> referenceCounts(const DxfDocument& document) {
@@ -35,6 +37,8 @@ int runBlocksCommand(const std::vector<std::string>& arguments) {
     if (prices) {
         if (const std::string reason = unreadableReason(*prices); !reason.empty())
             return fail(*prices, reason);
+        if (const auto status = useListEncoding(args.value("--list-encoding"), *prices))
+            return *status;
     }
     auto session = DrawingSession::open(args.positional.front());
     if (!session) return kExitFailure;

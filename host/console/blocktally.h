@@ -22,13 +22,14 @@ struct TalliedBlock {
     std::wstring name;  // as first met: a record's name, or the dynamic block's for a variant
     std::int64_t references = 0;
     std::vector<std::wstring> variants;  // anonymous records counted under `name`, first met first
-    bool unlinked = false;  // `name` is a "*U" record that names no dynamic block
+    bool unlinked = false;               // `name` is a "*U" record that names no dynamic block
 };
 
 struct DrawingTally {
-    std::vector<TalliedBlock> blocks;  // one a name (without regard to case), in the order first met
-    std::int64_t unlinkedReferences = 0;     // references counted under an unlinked "*U" name
-    std::vector<std::wstring> cycles;        // "A > B > A": nestings that return to a block
+    std::vector<TalliedBlock>
+        blocks;  // one a name (without regard to case), in the order first met
+    std::int64_t unlinkedReferences = 0;  // references counted under an unlinked "*U" name
+    std::vector<std::wstring> cycles;     // "A > B > A": nestings that return to a block
 };
 
 // The largest count a block may reach; multiplying deep nestings stops here.

@@ -30,20 +30,28 @@
 
 namespace {
 
-const std::vector<OptionSpec> kOptions{
-    {"--prices", OptionSpec::Value::Required},   {"--report", OptionSpec::Value::Optional},
-    {"--table-at", OptionSpec::Value::Required}, {"--scale", OptionSpec::Value::Required},
-    {"--hide-prices", OptionSpec::Value::None},  {"--only-priced", OptionSpec::Value::None},
-    {"--window", OptionSpec::Value::Required},   {"--layer", OptionSpec::Value::Required, true},
-    {"-o", OptionSpec::Value::Required},         {"--json", OptionSpec::Value::None},
-    {"--csv", OptionSpec::Value::Required},      {"--xlsx", OptionSpec::Value::Required},
-    {"--nested", OptionSpec::Value::None},       {"--record-names", OptionSpec::Value::None},
-    {"--jobs", OptionSpec::Value::Required}};
+const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required},
+                                       {"--list-encoding", OptionSpec::Value::Required},
+                                       {"--report", OptionSpec::Value::Optional},
+                                       {"--table-at", OptionSpec::Value::Required},
+                                       {"--scale", OptionSpec::Value::Required},
+                                       {"--hide-prices", OptionSpec::Value::None},
+                                       {"--only-priced", OptionSpec::Value::None},
+                                       {"--window", OptionSpec::Value::Required},
+                                       {"--layer", OptionSpec::Value::Required, true},
+                                       {"-o", OptionSpec::Value::Required},
+                                       {"--json", OptionSpec::Value::None},
+                                       {"--csv", OptionSpec::Value::Required},
+                                       {"--xlsx", OptionSpec::Value::Required},
+                                       {"--nested", OptionSpec::Value::None},
+                                       {"--record-names", OptionSpec::Value::None},
+                                       {"--jobs", OptionSpec::Value::Required}};
 
 struct BomRequest {
     std::vector<std::string> drawings;
     std::string prices;
-    std::optional<std::string> report;  // "" for the proposed name
+    std::optional<std::string> listEncoding;  // the list's code page, when it is named
+    std::optional<std::string> report;        // "" for the proposed name
     std::optional<ads_point> tableCorner;
     double scale = 1.0;
     bool showPrices = true;
@@ -114,6 +122,7 @@ std::optional<BomRequest> readRequest(const std::vector<std::string>& arguments)
     BomRequest request;
     request.drawings = args.positional;
     request.prices = *args.value("--prices");
+    request.listEncoding = args.value("--list-encoding");
     if (args.has("--report")) request.report = args.value("--report").value_or("");
     if (request.report && request.report->empty() && request.drawings.size() > 1)
         return usageError("--report needs a FILE with several drawings"), std::nullopt;
@@ -318,6 +327,7 @@ int runBomCommand(const std::vector<std::string>& arguments) {
     if (const auto clash = outputClash(*request)) return usageError(*clash);
     if (const std::string reason = unreadableReason(request->prices); !reason.empty())
         return fail(request->prices, reason);
+    if (const auto status = useListEncoding(request->listEncoding, request->prices)) return *status;
     for (const auto& drawing : request->drawings) {
         if (const std::string reason = unreadableReason(drawing); !reason.empty())
             return fail(drawing, reason);

@@ -16,7 +16,8 @@ constexpr std::size_t kDescriptionWidth = 20;
 // share a file name.
 std::vector<std::wstring> drawingTitles(const std::vector<std::string>& paths) {
     std::vector<std::wstring> titles;
-    for (const auto& path : paths) titles.push_back(WidePath(std::filesystem::path(path).filename().string()));
+    for (const auto& path : paths)
+        titles.push_back(WidePath(std::filesystem::path(path).filename().string()));
     for (std::size_t i = 0; i < titles.size(); ++i) {
         if (std::count(titles.begin(), titles.end(), titles[i]) > 1) {
             titles.clear();
@@ -56,14 +57,17 @@ ExportTable exportTable(const BillOfMaterials& bill, bool showPrices) {
     ExportTable table;
     const bool perDrawing = bill.drawings.size() > 1;
     table.columns.push_back({BomColumnTitles[kNameColumn], ExportKind::Text, kFieldWidth});
-    if (showPrices) table.columns.push_back({BomColumnTitles[kPriceColumn], ExportKind::Money, kFieldWidth});
+    if (showPrices)
+        table.columns.push_back({BomColumnTitles[kPriceColumn], ExportKind::Money, kFieldWidth});
     if (perDrawing) {
         for (auto& title : drawingTitles(bill.drawings))
             table.columns.push_back({std::move(title), ExportKind::Count, kFieldWidth});
     }
     table.columns.push_back({BomColumnTitles[kQuantityColumn], ExportKind::Count, kFieldWidth});
-    table.columns.push_back({BomColumnTitles[kDescriptionColumn], ExportKind::Text, kDescriptionWidth});
-    if (showPrices) table.columns.push_back({BomColumnTitles[kTotalColumn], ExportKind::Money, kFieldWidth});
+    table.columns.push_back(
+        {BomColumnTitles[kDescriptionColumn], ExportKind::Text, kDescriptionWidth});
+    if (showPrices)
+        table.columns.push_back({BomColumnTitles[kTotalColumn], ExportKind::Money, kFieldWidth});
 
     for (const auto& line : bill.lines) {
         std::vector<std::wstring> row{line.cells[kNameColumn]};

@@ -24,6 +24,7 @@
 namespace {
 
 const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required},
+                                       {"--list-encoding", OptionSpec::Value::Required},
                                        {"--json", OptionSpec::Value::None},
                                        {"--nested", OptionSpec::Value::None},
                                        {"--record-names", OptionSpec::Value::None}};
@@ -323,6 +324,7 @@ int runCheckCommand(const std::vector<std::string>& arguments) {
     const std::string prices = *args.value("--prices");
     if (const std::string reason = unreadableReason(prices); !reason.empty())
         return fail(prices, reason);
+    if (const auto status = useListEncoding(args.value("--list-encoding"), prices)) return *status;
     const auto list = ReadTextFile(WidePath(prices));
     if (!list) return fail(prices, "cannot be read");
     const std::vector<PriceListLine> lines = ScanPriceList(list->text);

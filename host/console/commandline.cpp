@@ -26,7 +26,8 @@ const OptionSpec* findSpec(const std::vector<OptionSpec>& options, const std::st
 
 }  // namespace
 
-ParseResult parseArguments(const std::vector<std::string>& args, const std::vector<OptionSpec>& options) {
+ParseResult parseArguments(const std::vector<std::string>& args,
+                           const std::vector<OptionSpec>& options) {
     ParsedArguments parsed;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& arg = args[i];
@@ -42,7 +43,8 @@ ParseResult parseArguments(const std::vector<std::string>& args, const std::vect
 
         std::string value;
         if (equals != std::string::npos) {
-            if (option->value == OptionSpec::Value::None) return {std::nullopt, name + " takes no value"};
+            if (option->value == OptionSpec::Value::None)
+                return {std::nullopt, name + " takes no value"};
             value = arg.substr(equals + 1);
         } else if (option->value == OptionSpec::Value::Required) {
             if (i + 1 >= args.size()) return {std::nullopt, name + " needs a value"};

@@ -29,7 +29,8 @@ struct ParseResult {
 
 // "--name value" and "--name=value" both give a value; an optional value is taken only from "=" or
 // from a next argument that does not start with "-".
-ParseResult parseArguments(const std::vector<std::string>& args, const std::vector<OptionSpec>& options);
+ParseResult parseArguments(const std::vector<std::string>& args,
+                           const std::vector<OptionSpec>& options);
 
 // "X,Y" and "X1,Y1,X2,Y2": exactly `count` decimal numbers separated by commas.
 std::optional<std::vector<double>> parseNumbers(const std::string& text, std::size_t count);

@@ -24,7 +24,8 @@ public:
           m_show(show) {
         for (const auto& path : paths) {
             struct stat info {};
-            if (::stat(path.c_str(), &info) == 0) m_total += static_cast<std::uint64_t>(info.st_size);
+            if (::stat(path.c_str(), &info) == 0)
+                m_total += static_cast<std::uint64_t>(info.st_size);
         }
     }
 
@@ -51,9 +52,8 @@ void countOne(CountedDrawing& drawing, std::size_t index, const BatchOptions& op
         drawing.error = drawing.path + ": " + reason;
         return;
     }
-    auto read = DxfDocument::readFile(drawing.path, [&](std::uint64_t done, std::uint64_t) {
-        progress.update(index, done);
-    });
+    auto read = DxfDocument::readFile(
+        drawing.path, [&](std::uint64_t done, std::uint64_t) { progress.update(index, done); });
     if (!read.isOk()) {
         drawing.error = read.errorString();
         return;
@@ -91,7 +91,8 @@ std::vector<CountedDrawing> countDrawings(const std::vector<std::string>& paths,
             }
         }
     };
-    // This thread is one of the workers; a thread the system refuses leaves its share to the others.
+    // This thread is one of the workers; a thread the system refuses leaves its share to the
+    // others.
     const std::size_t threads = std::min<std::size_t>(std::max(1u, options.jobs), drawings.size());
     std::vector<std::jthread> workers;
     try {

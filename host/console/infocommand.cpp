@@ -63,9 +63,9 @@ void writeJson(const std::string& path, const DxfDocument& document, const DxfFa
     json.value(std::string_view(path));
     json.key("format");
     json.value(std::string_view(document.isBinary() ? "binary" : "ascii"));
-    for (const auto& [key, text] : {std::pair{"acadver", &facts.version},
-                                    std::pair{"dwgcodepage", &facts.codePage},
-                                    std::pair{"handseed", &facts.handleSeed}}) {
+    for (const auto& [key, text] :
+         {std::pair{"acadver", &facts.version}, std::pair{"dwgcodepage", &facts.codePage},
+          std::pair{"handseed", &facts.handleSeed}}) {
         json.key(key);
         if (text->empty()) {
             json.null();
@@ -87,13 +87,14 @@ void writeText(const std::string& path, const DxfDocument& document, const DxfFa
                const SpaceFigures& model, const SpaceFigures& paper) {
     printStandardOutput("%s\n", path.c_str());
     printStandardOutput("  version      %s, %s\n", orNone(facts.version).c_str(),
-                document.isBinary() ? "binary" : "ascii");
+                        document.isBinary() ? "binary" : "ascii");
     printStandardOutput("  code page    %s, read as %s\n", orNone(facts.codePage).c_str(),
-                facts.encoding.c_str());
+                        facts.encoding.c_str());
     printStandardOutput("  handle seed  %s\n", orNone(facts.handleSeed).c_str());
-    for (const auto& [name, figures] : {std::pair{"model space", &model}, std::pair{"paper space", &paper}}) {
+    for (const auto& [name, figures] :
+         {std::pair{"model space", &model}, std::pair{"paper space", &paper}}) {
         printStandardOutput("  %-12s %zu entities, %zu references\n", name, figures->entities,
-                    figures->references);
+                            figures->references);
         for (const auto& [block, count] : figures->byName)
             printStandardOutput("    %-30s %6zu\n", EncodeText(block, TextFormat{}).c_str(), count);
     }

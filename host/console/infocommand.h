@@ -1,5 +1,5 @@
-// `tarnwick info`: what a drawing is made of: version, encoding, handle seed, entities per space and
-// references per block name.
+// `tarnwick info`: what a drawing is made of: version, encoding, handle seed, entities per space
+// and references per block name.
 #pragma once
 
 #include <string>

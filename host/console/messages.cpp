@@ -1,10 +1,11 @@
 // Error lines of the console front end.
 #include "host/console/messages.h"
 
-#include <cerrno>
-#include <cstdio>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
 
 int fail(const std::string& where, const std::string& what) {
     std::fprintf(stderr, "%s: %s\n", where.c_str(), what.c_str());

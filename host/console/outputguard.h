@@ -11,7 +11,8 @@ public:
     void addDrawing(std::string path);
     void addPriceList(std::string path);
     // `what` is how the command line names the output: "--csv", "-o", "the report". A drawing
-    // written with the table may be the drawing it was read from: `-o` naming its input asks for it.
+    // written with the table may be the drawing it was read from: `-o` naming its input asks for
+    // it.
     void addOutput(std::string what, std::string path);
     void addDrawingOutput(std::string what, std::string path);
 

@@ -61,7 +61,8 @@ lxw_error writeSheet(lxw_workbook* workbook, const ExportTable& table) {
         const ExportColumn& column = table.columns[c];
         error = worksheet_set_column(sheet, c, c, static_cast<double>(column.width + 1), nullptr);
         if (error == LXW_NO_ERROR)
-            error = worksheet_write_string(sheet, 0, c, EncodeUtf8(column.title).c_str(), formats.heading);
+            error = worksheet_write_string(sheet, 0, c, EncodeUtf8(column.title).c_str(),
+                                           formats.heading);
     }
     worksheet_freeze_panes(sheet, 1, 0);
     for (std::size_t r = 0; r < table.rows.size() && error == LXW_NO_ERROR; ++r) {
@@ -75,7 +76,8 @@ lxw_error writeSheet(lxw_workbook* workbook, const ExportTable& table) {
     error = worksheet_write_string(sheet, row, 0, EncodeUtf8(table.summary->front()).c_str(),
                                    formats.summary);
     // The sum of the cells above, with the sum of the shown totals as its value until recomputed.
-    const std::string sum = "=SUM(" + columnName(last) + "2:" + columnName(last) + std::to_string(row) + ")";
+    const std::string sum =
+        "=SUM(" + columnName(last) + "2:" + columnName(last) + std::to_string(row) + ")";
     if (error == LXW_NO_ERROR)
         error = worksheet_write_formula_num(sheet, row, last, sum.c_str(), formats.summaryMoney,
                                             WToF(table.summary->back()));
@@ -85,9 +87,11 @@ lxw_error writeSheet(lxw_workbook* workbook, const ExportTable& table) {
 }  // namespace
 
 DxfStatus writeXlsx(const std::string& path, const ExportTable& table) {
-    // The workbook is written under the new file's own name, so that it appears whole or not at all.
+    // The workbook is written under the new file's own name, so that it appears whole or not at
+    // all.
     AtomicFile file(path);
-    if (const FileStatus opened = file.open(); !opened.isOk()) return DxfError(opened.errorString());
+    if (const FileStatus opened = file.open(); !opened.isOk())
+        return DxfError(opened.errorString());
     lxw_workbook* workbook = workbook_new(file.writablePath().c_str());
     if (workbook == nullptr) return DxfError(path + ": cannot start the workbook");
     const lxw_error written = writeSheet(workbook, table);

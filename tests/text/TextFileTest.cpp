@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "tests/TempFolder.h"
+#include "text/CodePage.h"
 #include "text/TextFile.h"
 
 namespace {
@@ -56,7 +57,7 @@ TEST(TextFormats, ByteOrderMarkAndLineEndsAreKept) {
 }
 
 TEST(TextFormats, CharactersBeyondOneByteKeepTheirUtf8FormInAByteFile) {
-    const TextFormat bytes{TextEncoding::Bytes, false, false};
+    const TextFormat bytes{TextEncoding::Bytes, false, false, {}};
     EXPECT_EQ(EncodeText(L"\u00e9|\u05d0", bytes), "\xe9|\xd7\x90");
 }
 
@@ -79,3 +80,34 @@ TEST(TextFiles, AFailedWriteLeavesTheTargetAsItWas) {
 }
 
 }  // namespace
+
+TEST(CodePages, ListsInANamedCodePageReadAndWriteBackByteForByte) {
+    struct Case {
+        const char* codePage;
+        std::string bytes;
+        std::wstring text;
+    };
+    const Case cases[] = {
+        {"CP1251", "\xD1\xF2\xF3\xEB|12.5|\r\n", L"\u0421\u0442\u0443\u043B|12.5|\n"},
+        {"CP1255", "\xF9\xE5\xEC\xE7\xEF|3|\n", L"\u05E9\u05D5\u05DC\u05D7\u05DF|3|\n"},
+        {"ISO-8859-8", "\xF9\xE5\xEC\xE7\xEF|3|\n", L"\u05E9\u05D5\u05DC\u05D7\u05DF|3|\n"},
+    };
+    for (const Case& c : cases) {
+        SetTextFileCodePage(c.codePage);
+        TextFormat format;
+        EXPECT_EQ(DecodeText(c.bytes, format), c.text) << c.codePage;
+        EXPECT_EQ(format.encoding, TextEncoding::CodePage);
+        EXPECT_EQ(EncodeText(c.text, format), c.bytes) << c.codePage;
+    }
+    // 0x98 is no character in code page 1251: the file is read a byte a character, as without one.
+    std::size_t badByte = 0;
+    EXPECT_FALSE(DecodeCodePage("ab\n\x98", "CP1251", badByte));
+    EXPECT_EQ(badByte, 3u);
+    SetTextFileCodePage("CP1251");
+    TextFormat format;
+    EXPECT_EQ(DecodeText("\x98", format), L"\u0098");
+    EXPECT_EQ(format.encoding, TextEncoding::Bytes);
+    SetTextFileCodePage("");
+    EXPECT_FALSE(IsKnownCodePage("KLINGON"));
+    EXPECT_TRUE(IsKnownCodePage("cp1251"));
+}

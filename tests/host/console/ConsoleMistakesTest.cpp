@@ -243,11 +243,13 @@ TEST_F(ConsoleMistakesTest, MoneyTooLargeToCountWithIsNamedWithItsLine) {
 }
 
 // "Стул" in code page 1251 on the second line: it cannot find a block named so in UTF-8.
-TEST_F(ConsoleMistakesTest, AListThatIsNotUtf8SaysHowItWasReadAndWhere) {
+TEST_F(ConsoleMistakesTest, AListThatIsNotUtf8SaysHowItWasReadOrIsReadInTheCodePageNamed) {
     m_folder.write("cp1251.prc", "door|1|x\n\xD1\xF2\xF3\xEB|2|chair\n");
-    const std::string note = p("cp1251.prc") +
-                             ":2: not UTF-8: read one byte per character, so names in other "
-                             "scripts will not match; save the list as UTF-8\n";
+    const std::string note =
+        p("cp1251.prc") +
+        ":2: not UTF-8: read one byte per character, so names in other "
+        "scripts will not match; name its code page with --list-encoding, for instance "
+        "CP1251\n";
     const ProcessResult bom = tarnwick({"bom", "@floorplan.dxf", "--prices", "@cp1251.prc"});
     EXPECT_EQ(bom.exitCode, 0);
     EXPECT_EQ(bom.err, note);
@@ -256,6 +258,30 @@ TEST_F(ConsoleMistakesTest, AListThatIsNotUtf8SaysHowItWasReadAndWhere) {
     EXPECT_TRUE(check.out.ends_with(note)) << check.out;
     m_folder.write("utf8.prc", "door|1|x\n\xD0\xA1\xD1\x82\xD1\x83\xD0\xBB|2|chair\n");
     EXPECT_EQ(tarnwick({"bom", "@floorplan.dxf", "--prices", "@utf8.prc"}).err, "");
+
+    // Named, the code page reads the list, and the report goes out in it too.
+    const ProcessResult named = tarnwick(
+        {"check", "@floorplan.dxf", "--prices", "@cp1251.prc", "--list-encoding", "CP1251"});
+    EXPECT_TRUE(named.out.ends_with(p("cp1251.prc") +
+                                    ":2: \"\xD0\xA1\xD1\x82\xD1\x83\xD0\xBB\" has a "
+                                    "price, but the drawing defines no such block\n"))
+        << named.out;
+    const ProcessResult report = tarnwick({"bom", "@floorplan.dxf", "--prices", "@cp1251.prc",
+                                           "--list-encoding", "cp1251", "--report", "@report.txt"});
+    EXPECT_EQ(report.exitCode, 0) << report.err;
+    EXPECT_NE(m_folder.read("report.txt").find("      \xF1\xF2\xF3\xEB       2.00"),
+              std::string::npos)
+        << m_folder.read("report.txt");
+    // A byte the code page lacks, and a code page no one knows.
+    m_folder.write("cp1251.prc", "door|1|x\n\x98|2|chair\n");
+    const ProcessResult invalid = tarnwick(
+        {"blocks", "@floorplan.dxf", "--prices", "@cp1251.prc", "--list-encoding", "CP1251"});
+    EXPECT_EQ(invalid.exitCode, 1);
+    EXPECT_EQ(invalid.err, p("cp1251.prc") + ":2: not valid CP1251\n");
+    const ProcessResult unknown = tarnwick(
+        {"bom", "@floorplan.dxf", "--prices", "@cp1251.prc", "--list-encoding", "KLINGON"});
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_EQ(unknown.err, "tarnwick: unknown encoding \"KLINGON\"\nTry 'tarnwick --help'.\n");
 }
 
 }  // namespace
