@@ -21,8 +21,8 @@ const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required}
 // By the folded name, under which names that differ only in case are one.
 std::map<std::wstring, int> referenceCounts(const DxfDocument& document) {
     std::map<std::wstring, int> counts;
-    for (const auto& reference : document.blockReferences(DxfSpace::Model))
-        ++counts[FoldCase(reference.blockName)];
+    for (const auto& [nameBytes, references] : document.referenceCountsByName(DxfSpace::Model))
+        counts[FoldCase(document.decodeText(nameBytes))] += static_cast<int>(references);
     return counts;
 }
 

@@ -53,7 +53,8 @@ void countOne(CountedDrawing& drawing, std::size_t index, const BatchOptions& op
         return;
     }
     auto read = DxfDocument::readFile(
-        drawing.path, [&](std::uint64_t done, std::uint64_t) { progress.update(index, done); });
+        drawing.path, [&](std::uint64_t done, std::uint64_t) { progress.update(index, done); },
+        DxfFileAccess::Map);
     if (!read.isOk()) {
         drawing.error = read.errorString();
         return;

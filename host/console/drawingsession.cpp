@@ -14,7 +14,8 @@ std::unique_ptr<DrawingSession> DrawingSession::open(const std::string& path) {
     ProgressLine progress("reading " + path);
     auto document = DxfDocument::readFile(
         path,
-        [&progress](std::uint64_t done, std::uint64_t total) { progress.update(done, total); });
+        [&progress](std::uint64_t done, std::uint64_t total) { progress.update(done, total); },
+        DxfFileAccess::Map);
     if (!document.isOk()) {
         std::fprintf(stderr, "%s\n", document.errorString().c_str());
         return nullptr;

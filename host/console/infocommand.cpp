@@ -26,11 +26,12 @@ struct SpaceFigures {
 SpaceFigures figuresOf(const DxfDocument& document, DxfSpace space, std::size_t entities) {
     SpaceFigures figures{entities, 0, {}};
     std::map<std::wstring, std::wstring> shown;  // folded name -> lower-cased name
-    for (const auto& reference : document.blockReferences(space)) {
-        ++figures.references;
-        const std::wstring lower = MakeLower(std::wstring(reference.blockName));
+    for (const auto& [nameBytes, references] : document.referenceCountsByName(space)) {
+        const auto count = static_cast<std::size_t>(references);
+        figures.references += count;
+        const std::wstring lower = MakeLower(document.decodeText(nameBytes));
         const auto [entry, isNew] = shown.try_emplace(FoldCase(lower), lower);
-        ++figures.byName[entry->second];
+        figures.byName[entry->second] += count;
     }
     return figures;
 }

@@ -20,7 +20,9 @@ bool onLayer(std::wstring_view layer, const std::vector<std::wstring>& layers) {
 
 }  // namespace
 
-bool isSelected(const DxfReference& reference, const SelectionFilter& filter) {
-    if (filter.window && !inWindow(reference.position, *filter.window)) return false;
-    return onLayer(reference.layer, filter.layers);
+bool isSelected(const DxfDocument& document, AcDbObjectId reference,
+                const SelectionFilter& filter) {
+    if (filter.window && !inWindow(document.referencePosition(reference), *filter.window))
+        return false;
+    return filter.layers.empty() || onLayer(document.referenceLayer(reference), filter.layers);
 }

@@ -20,4 +20,6 @@ struct SelectionFilter {
     std::vector<std::wstring> layers;       // compared without regard to case; empty: any layer
 };
 
-bool isSelected(const DxfReference& reference, const SelectionFilter& filter);
+// Reads of the reference only what the filter asks about: its layer, its insertion point.
+bool isSelected(const DxfDocument& document, AcDbObjectId reference,
+                const SelectionFilter& filter);

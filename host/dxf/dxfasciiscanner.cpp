@@ -138,15 +138,13 @@ const char* numberLineEnd(const char* p, const char* end, bool real) {
 
 }  // namespace
 
-DxfStatus DxfTagFile::scanAscii() {
-    const char* const data = m_data.get();
-    const char* const end = data + m_size;
-    const char* p = data + m_prefixLength;
-    const char* const firstNewline = findNewline(p, end);
-    if (firstNewline < end && firstNewline > p && firstNewline[-1] == '\r') m_lineEnd = "\r\n";
-
+template <typename Visit>
+DxfStatus DxfTagFile::walkAscii(std::size_t from, std::uint32_t index, std::size_t& reached,
+                                Visit&& visit) const {
+    const char* const data = m_bytes.data();
+    const char* const end = data + m_bytes.size();
+    const char* p = data + from;
     while (p < end) {
-        const auto index = static_cast<std::uint32_t>(m_tags.size());
         const char* const tagStart = p;
         int code = 0;
         if (!readCode(p, end, code))
@@ -170,23 +168,50 @@ DxfStatus DxfTagFile::scanAscii() {
             --valueEnd;
             trailer = 2;
         }
-        const std::string_view value(valueStart, static_cast<std::size_t>(valueEnd - valueStart));
         if (valueStart - tagStart > 255)
             return DxfError(lineLocation(2ull * index + 1) + ": expected a group code, found " +
                             dxfQuoted(lineAt(tagStart, end)));
+        const std::string_view value(valueStart, static_cast<std::size_t>(valueEnd - valueStart));
         if (type == DxfValueType::Chunk && !isDxfHex(value))
             return DxfError(lineLocation(2ull * index + 2) + ": expected " + typeWanted(type) +
                             " for group code " + std::to_string(code) + ", found " +
                             dxfQuoted(value));
-        pushTag(static_cast<std::size_t>(valueStart - data), code,
-                static_cast<std::size_t>(valueStart - tagStart), trailer);
         p = newline < end ? newline + 1 : end;
-        if (!needsNote(code, index)) continue;
-        if (DxfStatus status = noteTag(index, value); !status.isOk()) return status;
-        if (m_reachedEof) break;
+        const ScannedTag tag{index++,
+                             code,
+                             static_cast<std::size_t>(tagStart - data),
+                             static_cast<std::size_t>(valueStart - data),
+                             value.size(),
+                             trailer};
+        if (!visit(tag)) break;
     }
-    m_endOfTags = static_cast<std::size_t>(p - data);
+    reached = static_cast<std::size_t>(p - data);
     return {};
+}
+
+DxfStatus DxfTagFile::scanAscii() {
+    const char* const data = m_bytes.data();
+    const char* const end = data + m_bytes.size();
+    const char* const firstNewline = findNewline(data + m_prefixLength, end);
+    if (firstNewline < end && firstNewline > data + m_prefixLength && firstNewline[-1] == '\r')
+        m_lineEnd = "\r\n";
+    std::size_t reached = 0;
+    DxfStatus fault;
+    DxfStatus status = walkAscii(m_prefixLength, 0, reached,
+                                 [&](const ScannedTag& tag) { return scanned(tag, fault); });
+    return finishScan(std::move(status), std::move(fault), reached);
+}
+
+void DxfTagFile::splitAscii(std::size_t from, std::uint32_t index, std::uint32_t count,
+                            std::vector<DxfTag>& into) const {
+    std::size_t reached = 0;
+    // The scan checked every tag already, so the walk finds no fault here.
+    (void)walkAscii(from, index, reached, [&](const ScannedTag& tag) {
+        into.push_back(DxfTag{static_cast<std::uint32_t>(tag.valueStart),
+                              static_cast<std::int16_t>(tag.code),
+                              static_cast<std::uint8_t>(tag.valueStart - tag.start), tag.trailer});
+        return into.size() < count;
+    });
 }
 
 bool DxfTagFile::mayBeDxf(std::string_view head) {

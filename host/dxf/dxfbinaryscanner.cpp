@@ -27,15 +27,12 @@ std::size_t fixedSize(DxfValueType type) {
 
 }  // namespace
 
-DxfStatus DxfTagFile::scanBinary() {
-    const char* const data = m_data.get();
-    const std::size_t size = m_size;
-    std::size_t p = m_prefixLength;
-    // R12 writes the first code, 0, in one byte, so "SECTION" follows at once; later versions in
-    // two.
-    m_byteCodes = p + 1 < size && data[p] == 0 && data[p + 1] != 0;
-    if (p < size && static_cast<unsigned char>(data[p]) == 255) m_byteCodes = true;
-
+template <typename Visit>
+DxfStatus DxfTagFile::walkBinary(std::size_t from, std::uint32_t index, std::size_t& reached,
+                                 Visit&& visit) const {
+    const char* const data = m_bytes.data();
+    const std::size_t size = m_bytes.size();
+    std::size_t p = from;
     while (p < size) {
         const std::size_t tagStart = p;
         auto cutOff = [&](const std::string& what) {
@@ -73,13 +70,37 @@ DxfStatus DxfTagFile::scanBinary() {
             valueLength = static_cast<std::size_t>(static_cast<const char*>(zero) - (data + p));
             trailer = 1;
         }
-        pushTag(p, code, p - tagStart, trailer);
-        const std::string_view value(data + p, valueLength);
+        const ScannedTag tag{index++, code, tagStart, p, valueLength, trailer};
         p += valueLength + trailer;
-        if (!needsNote(code, tagCount() - 1)) continue;
-        if (DxfStatus status = noteTag(tagCount() - 1, value); !status.isOk()) return status;
-        if (m_reachedEof) break;
+        if (!visit(tag)) break;
     }
-    m_endOfTags = p;
+    reached = p;
     return {};
+}
+
+DxfStatus DxfTagFile::scanBinary() {
+    const char* const data = m_bytes.data();
+    const std::size_t size = m_bytes.size();
+    const std::size_t p = m_prefixLength;
+    // R12 writes the first code, 0, in one byte, so "SECTION" follows at once; later versions in
+    // two.
+    m_byteCodes = p + 1 < size && data[p] == 0 && data[p + 1] != 0;
+    if (p < size && static_cast<unsigned char>(data[p]) == 255) m_byteCodes = true;
+    std::size_t reached = 0;
+    DxfStatus fault;
+    DxfStatus status = walkBinary(m_prefixLength, 0, reached,
+                                 [&](const ScannedTag& tag) { return scanned(tag, fault); });
+    return finishScan(std::move(status), std::move(fault), reached);
+}
+
+void DxfTagFile::splitBinary(std::size_t from, std::uint32_t index, std::uint32_t count,
+                             std::vector<DxfTag>& into) const {
+    std::size_t reached = 0;
+    // The scan checked every tag already, so the walk finds no fault here.
+    (void)walkBinary(from, index, reached, [&](const ScannedTag& tag) {
+        into.push_back(DxfTag{static_cast<std::uint32_t>(tag.valueStart),
+                              static_cast<std::int16_t>(tag.code),
+                              static_cast<std::uint8_t>(tag.valueStart - tag.start), tag.trailer});
+        return into.size() < count;
+    });
 }

@@ -81,15 +81,14 @@ DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::load(std::filesystem::path 
 }
 
 DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readFile(const std::filesystem::path& path,
-                                                              const DxfProgress& progress) {
+                                                              const DxfProgress& progress,
+                                                              DxfFileAccess access) {
     try {
-        DxfResult<DxfFileBytes> bytes = readWholeFile(path, progress);
+        DxfResult<DxfBytes> bytes = readWholeFile(path, progress, access);
         if (!bytes.isOk()) return DxfError(bytes.errorString());
-        DxfFileBytes file = bytes.takeValue();
-        const std::size_t size = file.size;
+        const std::size_t size = bytes.value().size();
         try {
-            return load(path,
-                        DxfTagFile::parse(path.string(), std::move(file.data), size, progress));
+            return load(path, DxfTagFile::parse(path.string(), bytes.takeValue(), progress));
         } catch (const std::bad_alloc&) {
             return dxfNotEnoughMemory(path, size);
         }
@@ -169,16 +168,29 @@ void DxfDocument::indexBlockTable() {
 void DxfDocument::indexInserts() {
     const DxfSection* entities = m_structure.section("ENTITIES");
     if (entities == nullptr) return;
+    // The scan noted which records say they are in paper space; both lists are in file order.
+    const std::vector<std::uint32_t>& paper = m_tags.paperSpaceRecords();
+    auto nextPaper = std::lower_bound(paper.begin(), paper.end(), entities->begin);
     for (std::uint32_t r = entities->begin + 1; r < entities->end; ++r) {
         if (m_records.kind(r) != DxfRecordKind::Insert) continue;
-        const DxfTagRange tags = m_records.tags(r);
-        const auto space = findTag(m_tags, tags, 67);
-        const bool paper = space && m_tags.integer(tags[*space]).value_or(0) == 1;
-        (paper ? m_paperInserts : m_modelInserts).push_back(r);
+        while (nextPaper != paper.end() && *nextPaper < r) ++nextPaper;
+        const bool inPaper = nextPaper != paper.end() && *nextPaper == r;
+        (inPaper ? m_paperInserts : m_modelInserts).push_back(r);
     }
 }
 
+bool DxfDocument::isInPaperSpace(std::uint32_t record) const {
+    if (m_records.isOriginal(record)) {
+        const std::vector<std::uint32_t>& paper = m_tags.paperSpaceRecords();
+        return std::binary_search(paper.begin(), paper.end(), record);
+    }
+    const DxfTagRange tags = m_records.tags(record);
+    const auto space = findTag(m_tags, tags, 67);
+    return space && m_tags.integer(tags[*space]).value_or(0) == 1;
+}
+
 std::string_view DxfDocument::nameBytes(std::uint32_t record) const {
+    if (m_records.isOriginal(record)) return m_tags.recordName(record);
     const DxfTagRange tags = m_records.tags(record);
     const auto name = findTag(m_tags, tags, 2);
     return name ? m_tags.value(tags[*name]) : std::string_view();
@@ -205,27 +217,61 @@ const std::wstring& DxfDocument::internedText(std::string_view bytes) const {
     return it->second;
 }
 
-std::vector<DxfReference> DxfDocument::blockReferences(DxfSpace space) const {
-    std::vector<std::uint32_t> inserts = space == DxfSpace::Model ? m_modelInserts : m_paperInserts;
-    if (space == DxfSpace::PaperLayouts) {
-        for (const auto& [begin, end] : otherPaperLayouts()) {
-            for (std::uint32_t r = begin + 1; r < end; ++r) {
-                if (m_records.kind(r) == DxfRecordKind::Insert) inserts.push_back(r);
-            }
+void DxfDocument::forEachInsert(DxfSpace space,
+                                const std::function<void(std::uint32_t)>& visit) const {
+    for (const std::uint32_t record : space == DxfSpace::Model ? m_modelInserts : m_paperInserts)
+        visit(record);
+    if (space != DxfSpace::PaperLayouts) return;
+    for (const auto& [begin, end] : otherPaperLayouts()) {
+        for (std::uint32_t r = begin + 1; r < end; ++r) {
+            if (m_records.kind(r) == DxfRecordKind::Insert) visit(r);
         }
     }
+}
+
+std::vector<DxfReference> DxfDocument::blockReferences(DxfSpace space) const {
     std::vector<DxfReference> references;
     try {
-        references.reserve(inserts.size());
-        for (const std::uint32_t record : inserts) {
+        forEachInsert(space, [&](std::uint32_t record) {
             const DxfInsertView view = readInsert(m_tags, m_records.tags(record));
             references.push_back(DxfReference{idOf(record), internedText(view.name),
                                               internedText(view.layer), view.position});
-        }
+        });
     } catch (const std::exception&) {
         references.clear();
     }
     return references;
+}
+
+void DxfDocument::forEachReference(
+    DxfSpace space, const std::function<void(AcDbObjectId, std::string_view)>& visit) const {
+    forEachInsert(space, [&](std::uint32_t record) { visit(idOf(record), nameBytes(record)); });
+}
+
+std::vector<DxfNameCount> DxfDocument::referenceCountsByName(DxfSpace space) const {
+    std::vector<DxfNameCount> counts;
+    std::unordered_map<std::string_view, std::size_t> slots;
+    forEachInsert(space, [&](std::uint32_t record) {
+        const std::string_view name = nameBytes(record);
+        const auto [slot, isNew] = slots.try_emplace(name, counts.size());
+        if (isNew) counts.push_back(DxfNameCount{name, 0});
+        ++counts[slot->second].references;
+    });
+    return counts;
+}
+
+std::wstring_view DxfDocument::referenceLayer(AcDbObjectId reference) const {
+    const auto record = recordOf(reference);
+    if (!record) return {};
+    const DxfTagRange tags = m_records.tags(*record);
+    const auto layer = findTag(m_tags, tags, 8);
+    return internedText(layer ? m_tags.value(tags[*layer]) : std::string_view());
+}
+
+AcGePoint3d DxfDocument::referencePosition(AcDbObjectId reference) const {
+    const auto record = recordOf(reference);
+    if (!record) return {};
+    return readInsert(m_tags, m_records.tags(*record)).position;
 }
 
 std::string DxfDocument::toBytes() const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -14,6 +15,7 @@
 
 #include "host/api/acdbdatabase.h"
 #include "host/dxf/dxfdialect.h"
+#include "host/dxf/dxffile.h"
 #include "host/dxf/dxfheader.h"
 #include "host/dxf/dxfrecords.h"
 #include "host/dxf/dxfresult.h"
@@ -53,6 +55,12 @@ struct DxfReference {
     AcGePoint3d position;
 };
 
+// How many references of a space name one block, by the name's bytes as the file holds them.
+struct DxfNameCount {
+    std::string_view nameBytes;
+    std::int64_t references = 0;
+};
+
 // A block record made from a dynamic block (an anonymous "*U" variant) and the dynamic block's own
 // record; `dynamic` is null when the link names a handle that no block record has.
 struct DxfDynamicBlockLink {
@@ -62,8 +70,9 @@ struct DxfDynamicBlockLink {
 
 class DxfDocument final : public AcDbDatabase {
 public:
-    static DxfResult<std::unique_ptr<DxfDocument>> readFile(const std::filesystem::path& path,
-                                                            const DxfProgress& progress = {});
+    static DxfResult<std::unique_ptr<DxfDocument>> readFile(
+        const std::filesystem::path& path, const DxfProgress& progress = {},
+        DxfFileAccess access = DxfFileAccess::Copy);
     // `name` stands for the file in messages and in DWGNAME.
     static DxfResult<std::unique_ptr<DxfDocument>> readBytes(std::string name,
                                                              std::string_view bytes);
@@ -86,6 +95,16 @@ public:
 
     // The references of a space in file order.
     std::vector<DxfReference> blockReferences(DxfSpace space) const;
+    // Calls `visit(id, nameBytes)` for each reference of a space in file order; builds no list
+    // and reads no coordinate.
+    void forEachReference(DxfSpace space,
+                          const std::function<void(AcDbObjectId, std::string_view)>& visit) const;
+    // The references of a space counted by their names' bytes, first met first: what a count of
+    // the whole space needs, each name to be decoded once.
+    std::vector<DxfNameCount> referenceCountsByName(DxfSpace space) const;
+    // One reference's layer and insertion point, for selecting it.
+    std::wstring_view referenceLayer(AcDbObjectId reference) const;
+    AcGePoint3d referencePosition(AcDbObjectId reference) const;
 
     // Links of block records to the dynamic block they were made from (their AcDbBlockRepBTag
     // extended data), in block table order; records without one are not listed.
@@ -179,6 +198,8 @@ private:
     void indexInserts();
     // Records between a block's BLOCK and ENDBLK of the other paper-space layouts.
     std::vector<std::pair<std::uint32_t, std::uint32_t>> otherPaperLayouts() const;
+    // The INSERT records of a space in file order.
+    void forEachInsert(DxfSpace space, const std::function<void(std::uint32_t)>& visit) const;
 
     static AcDbObjectId idOf(std::uint32_t record) {
         return AcDbObjectId(std::uint64_t{record} + 1);
@@ -186,6 +207,8 @@ private:
     std::optional<std::uint32_t> recordOf(AcDbObjectId id) const;
     std::optional<std::size_t> blockIndex(AcDbObjectId id) const;
     std::optional<std::uint64_t> handleOf(std::uint32_t record) const;
+    // Whether an entity's code 67 puts it in paper space.
+    bool isInPaperSpace(std::uint32_t record) const;
     // The bytes of the record's name (its first code 2), empty when it has none.
     std::string_view nameBytes(std::uint32_t record) const;
     const std::wstring& internedText(std::string_view bytes) const;

@@ -49,9 +49,11 @@ std::optional<std::uint64_t> DxfDocument::newHandle() {
     if (!m_dialect.handles) return std::nullopt;
     if (!m_nextHandle) {
         // $HANDSEED should exceed every handle; files that break the rule must not get duplicates.
-        std::uint64_t highest = 0;
-        for (std::uint32_t r = 0; r < m_records.count(); ++r)
-            highest = std::max(highest, handleOf(r).value_or(0));
+        // The scan noted the file's highest; records edits made before now hold handles too.
+        std::uint64_t highest = m_tags.highestHandle();
+        for (std::uint32_t r = 0; r < m_records.count(); ++r) {
+            if (!m_records.isOriginal(r)) highest = std::max(highest, handleOf(r).value_or(0));
+        }
         std::uint64_t seed = 1;
         if (const auto tag = m_header.valueTag("$HANDSEED")) seed = m_tags.handle(*tag).value_or(1);
         m_nextHandle = std::max(seed, highest + 1);

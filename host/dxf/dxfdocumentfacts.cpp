@@ -6,15 +6,6 @@
 #include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfviews.h"
 
-namespace {
-
-// Entities that belong to the entity before them rather than to the space.
-bool isSubEntity(std::string_view type) {
-    return type == "ATTRIB" || type == "VERTEX" || type == "SEQEND";
-}
-
-}  // namespace
-
 std::vector<std::pair<std::uint32_t, std::uint32_t>> DxfDocument::otherPaperLayouts() const {
     std::vector<std::pair<std::uint32_t, std::uint32_t>> layouts;
     for (const BlockInfo& info : m_blockInfo) {
@@ -31,19 +22,17 @@ DxfFacts DxfDocument::facts() const {
     facts.codePage = std::string(dxfTrimmed(m_header.text(m_tags, "$DWGCODEPAGE")));
     facts.encoding = m_codec.charset();
     facts.handleSeed = std::string(dxfTrimmed(m_header.text(m_tags, "$HANDSEED")));
-    auto typeOf = [this](std::uint32_t record) { return m_tags.value(m_records.tags(record)[0]); };
+    auto isPart = [this](std::uint32_t record) {
+        return m_records.kind(record) == DxfRecordKind::EntityPart;
+    };
     if (const DxfSection* entities = m_structure.section("ENTITIES")) {
         for (std::uint32_t r = entities->begin + 1; r < entities->end; ++r) {
-            if (isSubEntity(typeOf(r))) continue;
-            const DxfTagRange tags = m_records.tags(r);
-            const auto space = findTag(m_tags, tags, 67);
-            const bool paper = space && m_tags.integer(tags[*space]).value_or(0) == 1;
-            ++(paper ? facts.paperEntities : facts.modelEntities);
+            if (!isPart(r)) ++(isInPaperSpace(r) ? facts.paperEntities : facts.modelEntities);
         }
     }
     for (const auto& [begin, end] : otherPaperLayouts()) {
         for (std::uint32_t r = begin + 1; r < end; ++r) {
-            if (!isSubEntity(typeOf(r))) ++facts.paperEntities;
+            if (!isPart(r)) ++facts.paperEntities;
         }
     }
     return facts;

@@ -2,6 +2,7 @@
 #include "host/dxf/dxffile.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -76,8 +77,8 @@ bool mayBeDrawingFile(const std::filesystem::path& path) {
     return length < 0 || DxfTagFile::mayBeDxf(std::string_view(head, static_cast<std::size_t>(length)));
 }
 
-DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
-                                      const DxfProgress& progress) {
+DxfResult<DxfBytes> readWholeFile(const std::filesystem::path& path, const DxfProgress& progress,
+                                  DxfFileAccess access) {
     UniqueFd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!fd.isValid()) return systemError(path, "cannot open the file", errno);
     struct stat info {};
@@ -91,9 +92,21 @@ DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
     const std::string_view headBytes(head, static_cast<std::size_t>(headLength));
     if (!DxfTagFile::mayBeDxf(headBytes)) return notADrawing(path, headBytes);
 
-    DxfFileBytes bytes;
+    if (access == DxfFileAccess::Map && size > 0) {
+        // Populated at once: the kernel fills the pages in large steps, not one fault a page.
+        void* mapping = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, fd.get(), 0);
+        if (mapping != MAP_FAILED) {
+            ::madvise(mapping, size, MADV_SEQUENTIAL);
+            if (progress) progress(size, 4 * std::uint64_t{size});
+            return DxfBytes::ofMapping(mapping, size);
+        }
+        if (errno == ENOMEM) return dxfNotEnoughMemory(path, size);
+        // A file system that cannot map files is read as any other.
+    }
+
+    std::unique_ptr<char[]> buffer;
     try {
-        bytes.data = std::make_unique_for_overwrite<char[]>(size + 1);
+        buffer = std::make_unique_for_overwrite<char[]>(size);
     } catch (const std::bad_alloc&) {
         return dxfNotEnoughMemory(path, size);
     }
@@ -101,12 +114,11 @@ DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
     while (done < size) {
         // Pieces of 16 MiB, so that progress can be told between them.
         const std::size_t piece = std::min<std::size_t>(size - done, std::size_t{1} << 24);
-        const ssize_t n = readAt(fd.get(), bytes.data.get() + done, piece, done);
+        const ssize_t n = readAt(fd.get(), buffer.get() + done, piece, done);
         if (n < 0) return systemError(path, "cannot read the file", errno);
         if (n == 0) break;
         done += static_cast<std::size_t>(n);
         if (progress) progress(done, 4 * std::uint64_t{size});
     }
-    bytes.size = done;
-    return bytes;
+    return DxfBytes::ofBuffer(std::move(buffer), done);
 }

@@ -1,23 +1,24 @@
-// Drawings on disk: reading one whole into a single buffer.
+// Drawings on disk: reading one whole, into a buffer or mapped.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 
+#include "host/dxf/dxfbytes.h"
 #include "host/dxf/dxfprogress.h"
 #include "host/dxf/dxfresult.h"
 
-struct DxfFileBytes {
-    std::unique_ptr<char[]> data;
-    std::size_t size = 0;
-};
+// How a drawing's bytes are held while it is open. Copy reads them into memory of our own: a host
+// that keeps a drawing open for hours is safe from another program rewriting the file in place.
+// Map maps the file, which costs no copy: for a command that reads, works and ends.
+enum class DxfFileAccess : std::uint8_t { Copy, Map };
 
 // A file whose first bytes cannot begin a drawing is refused before the rest is read, with the
 // scanner's message for its first line.
-DxfResult<DxfFileBytes> readWholeFile(const std::filesystem::path& path,
-                                      const DxfProgress& progress = {});
+DxfResult<DxfBytes> readWholeFile(const std::filesystem::path& path,
+                                  const DxfProgress& progress = {},
+                                  DxfFileAccess access = DxfFileAccess::Copy);
 
 // False only for a file that is there, can be read, and cannot be a drawing by its first bytes: a
 // price list, a report, a picture. A host saves a drawing over no such file.

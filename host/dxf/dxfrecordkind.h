@@ -15,6 +15,7 @@ enum class DxfRecordKind : std::uint8_t {
     EndBlock,
     Insert,
     AttributeDefinition,
+    EntityPart,  // ATTRIB, VERTEX, SEQEND: they belong to the entity before them
     Eof,
 };
 
@@ -28,7 +29,8 @@ inline DxfRecordKind dxfRecordKind(std::string_view type) {
         {"TABLE", DxfRecordKind::Table},     {"ENDTAB", DxfRecordKind::EndTable},
         {"BLOCK", DxfRecordKind::Block},     {"ENDBLK", DxfRecordKind::EndBlock},
         {"INSERT", DxfRecordKind::Insert},   {"ATTDEF", DxfRecordKind::AttributeDefinition},
-        {"EOF", DxfRecordKind::Eof},
+        {"EOF", DxfRecordKind::Eof},         {"ATTRIB", DxfRecordKind::EntityPart},
+        {"VERTEX", DxfRecordKind::EntityPart}, {"SEQEND", DxfRecordKind::EntityPart},
     };
     for (const Entry& entry : kKinds) {
         if (entry.type == type) return entry.kind;

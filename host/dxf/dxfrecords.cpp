@@ -67,7 +67,7 @@ void DxfRecords::writeRecord(const DxfTagFile& tags, std::uint32_t record,
     }
     const bool original = record < originalCount() && !m_replaced.contains(record);
     if (original) {
-        sink(tags.span(m_starts[record], m_starts[record + 1] - 1));
+        sink(tags.recordSpan(record, record + 1));
         return;
     }
     for (const std::uint32_t tag : this->tags(record)) sink(tags.raw(tag));
@@ -85,7 +85,7 @@ void DxfRecords::write(const DxfTagFile& tags, const DxfSink& sink) const {
 
     std::uint32_t next = 0;  // first original record not yet written
     auto writeUntouched = [&](std::uint32_t end) {
-        if (next < end) sink(tags.span(m_starts[next], m_starts[end] - 1));
+        if (next < end) sink(tags.recordSpan(next, end));
     };
     for (const std::uint32_t record : touched) {
         writeUntouched(record);

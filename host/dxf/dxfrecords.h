@@ -57,6 +57,10 @@ public:
     // The record's first tag: its code-0 tag, which names what the record is.
     std::uint32_t head(std::uint32_t record) const { return tags(record)[0]; }
     DxfRecordKind kind(std::uint32_t record) const { return m_kinds[record]; }
+    // A record of the file that no edit replaced: its tags are the file's bytes.
+    bool isOriginal(std::uint32_t record) const {
+        return record < originalCount() && !m_replaced.contains(record);
+    }
 
     // A new record, written just before `anchor` (after what was inserted there before).
     std::uint32_t insertBefore(const DxfTagFile& file, std::uint32_t anchor,

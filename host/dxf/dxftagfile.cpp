@@ -1,6 +1,9 @@
 // Reading and appending tags; the scanners for the two forms live in their own files.
 #include "host/dxf/dxftagfile.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -40,80 +43,208 @@ int asciiWidth(DxfValueType type) {
 
 }  // namespace
 
-DxfTagFile::DxfTagFile(std::string name, std::unique_ptr<char[]> bytes, std::size_t size)
-    : m_name(std::move(name)), m_data(std::move(bytes)), m_size(size) {}
+namespace {
 
-DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, std::unique_ptr<char[]> bytes,
-                                        std::size_t size, const DxfProgress& progress) {
-    if (size > std::numeric_limits<std::uint32_t>::max())
+std::uint64_t newFileId() {
+    static std::atomic<std::uint64_t> next{1};
+    return next.fetch_add(1, std::memory_order_relaxed);
+}
+
+// The records a thread split last, of any file: reading walks records one after the other, and
+// now and then looks at a second or third one (a reference's block, its layer) before going on.
+class SplitRecords {
+public:
+    struct Entry {
+        std::uint64_t file = 0;
+        std::uint32_t first = 0;  // the record's first tag
+        std::uint32_t end = 0;    // one past its last
+        std::vector<DxfTag> tags;  // and one more: where the record ends
+    };
+
+    const DxfTag* find(std::uint64_t file, std::uint32_t tag) const {
+        for (const Entry& entry : m_entries) {
+            if (entry.file == file && tag >= entry.first && tag < entry.end)
+                return &entry.tags[tag - entry.first];
+        }
+        return nullptr;
+    }
+    Entry& next() {
+        Entry& entry = m_entries[m_next];
+        m_next = (m_next + 1) % m_entries.size();
+        entry.file = 0;
+        entry.tags.clear();
+        // A record of a million tags is rare; its memory is not kept for the small ones after it.
+        if (entry.tags.capacity() > (std::size_t{1} << 16)) entry.tags.shrink_to_fit();
+        return entry;
+    }
+
+private:
+    std::array<Entry, 4> m_entries;
+    std::size_t m_next = 0;
+};
+
+thread_local SplitRecords t_split;
+
+}  // namespace
+
+DxfTagFile::DxfTagFile(std::string name, DxfBytes bytes)
+    : m_name(std::move(name)), m_id(newFileId()), m_bytes(std::move(bytes)) {}
+
+DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, DxfBytes bytes,
+                                        const DxfProgress& progress) {
+    if (bytes.size() > std::numeric_limits<std::uint32_t>::max())
         return DxfError(name + ": the file is larger than 4 GiB");
-    DxfTagFile file(std::move(name), std::move(bytes), size);
-    // While scanning, every tag is an original one, so that messages can name its place.
-    file.m_originalTagCount = std::numeric_limits<std::uint32_t>::max();
-    const std::string_view start(file.m_data.get(), size);
+    DxfTagFile file(std::move(name), std::move(bytes));
+    const std::string_view start = file.m_bytes.view();
     if (progress) file.m_progress = &progress;
     DxfStatus status;
     if (start.starts_with(kDxfBinarySentinel)) {
         file.m_format = DxfFormat::Binary;
         file.m_prefixLength = kDxfBinarySentinel.size();
-        file.m_tags.reserve(size / 2 + 16);
         status = file.scanBinary();
     } else {
         if (start.starts_with(kDxfByteOrderMark)) file.m_prefixLength = kDxfByteOrderMark.size();
-        // Every tag takes at least four bytes; pages of the reserve that stay unused are never
-        // touched.
-        file.m_tags.reserve(size / 4 + 16);
         status = file.scanAscii();
     }
     file.m_progress = nullptr;
     if (!status.isOk()) return DxfError(status.errorString());
-    file.m_originalTagCount = file.tagCount();
     return file;
 }
 
 DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, std::string_view bytes) {
-    auto copy = std::make_unique_for_overwrite<char[]>(bytes.size() + 1);
-    std::memcpy(copy.get(), bytes.data(), bytes.size());
-    return parse(std::move(name), std::move(copy), bytes.size());
+    return parse(std::move(name), DxfBytes::copyOf(bytes));
 }
 
-DxfStatus DxfTagFile::noteTag(std::uint32_t index, std::string_view text) {
-    const int tagCode = code(index);
-    if (tagCode == 0 || index == 0) {
+DxfStatus DxfTagFile::finishScan(DxfStatus walked, DxfStatus noted, std::size_t reached) {
+    if (!walked.isOk()) return walked;
+    if (!noted.isOk()) return noted;
+    m_endOfTags = reached;
+    m_recordOffsets.push_back(static_cast<std::uint32_t>(reached));
+    m_recordStarts.shrink_to_fit();
+    m_recordOffsets.shrink_to_fit();
+    m_recordKinds.shrink_to_fit();
+    m_recordNames.shrink_to_fit();
+    return {};
+}
+
+DxfStatus DxfTagFile::noteTag(const ScannedTag& tag) {
+    const std::string_view text(m_bytes.data() + tag.valueStart, tag.valueLength);
+    if (tag.code == 0 || tag.index == 0) {
         // Every 65,536 records: a 200 MB drawing tells some thirty times.
         if (m_progress != nullptr && (m_recordStarts.size() & 0xFFFF) == 0) {
-            const std::uint64_t size = m_size == 0 ? 1 : m_size;
-            (*m_progress)(size + 3 * std::uint64_t{m_tags[index].valueOffset}, 4 * size);
+            const std::uint64_t size = m_bytes.size() == 0 ? 1 : m_bytes.size();
+            (*m_progress)(size + 3 * std::uint64_t{tag.start}, 4 * size);
         }
-        m_recordStarts.push_back(index);
-        m_recordKinds.push_back(tagCode == 0 ? dxfRecordKind(text) : DxfRecordKind::Other);
+        m_recordStarts.push_back(tag.index);
+        m_recordOffsets.push_back(static_cast<std::uint32_t>(tag.start));
+        m_recordKinds.push_back(tag.code == 0 ? dxfRecordKind(text) : DxfRecordKind::Other);
+        m_recordNames.emplace_back();
+        m_inExtendedData = false;
+        m_named = false;
+        m_spaceSeen = false;
     }
-    if (tagCode == 0) {
-        m_beforeSubclass = true;
-        m_ownHandleCode = text == "DIMSTYLE" ? 105 : 5;
-        m_reachedEof = m_recordKinds.back() == DxfRecordKind::Eof;
-    } else if (tagCode == 100) {
+    switch (tag.code) {
+        case 0:
+            m_beforeSubclass = true;
+            m_ownHandleCode = text == "DIMSTYLE" ? 105 : 5;
+            m_reachedEof = m_recordKinds.back() == DxfRecordKind::Eof;
+            return {};
+        case 100:
+            m_beforeSubclass = false;
+            return {};
+        case 1001:
+            m_inExtendedData = true;
+            return {};
+        case 2:
+            if (!m_named && !m_inExtendedData) {
+                m_named = true;
+                m_recordNames.back() = NameSpan{static_cast<std::uint32_t>(tag.valueStart),
+                                                static_cast<std::uint32_t>(tag.valueLength)};
+            }
+            return {};
+        case 67:
+            if (!m_spaceSeen && !m_inExtendedData) {
+                m_spaceSeen = true;
+                if (integerValue(text).value_or(0) == 1)
+                    m_paperSpaceRecords.push_back(
+                        static_cast<std::uint32_t>(m_recordStarts.size() - 1));
+            }
+            return {};
+        default:
+            break;
+    }
+    if (m_beforeSubclass && tag.code == m_ownHandleCode) {
         m_beforeSubclass = false;
-    } else if (m_beforeSubclass && tagCode == m_ownHandleCode) {
-        m_beforeSubclass = false;
-        if (!isDxfHex(text))
-            return DxfError(valueLocation(index) +
-                            ": expected a hexadecimal handle for group code " +
-                            std::to_string(tagCode) + ", found " + dxfQuoted(text));
+        // A section head is no object: the header's $HANDSEED is not a handle of its own.
+        if (m_recordKinds.back() != DxfRecordKind::Section) {
+            if (const auto handle = parseDxfHex(text))
+                m_highestHandle = std::max(m_highestHandle, *handle);
+        }
+        if (!isDxfHex(text)) {
+            const std::string where = m_format == DxfFormat::Ascii
+                                          ? lineLocation(2ull * tag.index + 2)
+                                          : byteLocation(tag.valueStart);
+            return DxfError(where + ": expected a hexadecimal handle for group code " +
+                            std::to_string(tag.code) + ", found " + dxfQuoted(text));
+        }
     }
     return {};
 }
 
-std::string_view DxfTagFile::raw(std::uint32_t tag) const {
-    const DxfTag& t = m_tags[tag];
-    if ((t.flags & kAdded) != 0) return m_added[t.valueOffset];
-    const std::size_t start = t.valueOffset - t.headLength;
-    return {m_data.get() + start, endOf(tag) - start};
+std::string_view DxfTagFile::recordName(std::uint32_t record) const {
+    const NameSpan& name = m_recordNames[record];
+    return {m_bytes.data() + name.offset, name.length};
 }
 
-std::string_view DxfTagFile::span(std::uint32_t first, std::uint32_t last) const {
-    const std::size_t start = m_tags[first].valueOffset - m_tags[first].headLength;
-    return {m_data.get() + start, endOf(last) - start};
+const DxfTag& DxfTagFile::tagAt(std::uint32_t tag) const {
+    if (tag >= m_originalTagCount) return m_addedTags[tag - m_originalTagCount];
+    return originalTag(tag);
+}
+
+const DxfTag& DxfTagFile::originalTag(std::uint32_t tag) const {
+    if (const DxfTag* known = t_split.find(m_id, tag)) return *known;
+    const auto after = std::upper_bound(m_recordStarts.begin(), m_recordStarts.end(), tag);
+    const auto record = static_cast<std::uint32_t>(after - m_recordStarts.begin() - 1);
+    SplitRecords::Entry& entry = t_split.next();
+    splitRecord(record, entry.tags);
+    entry.file = m_id;
+    entry.first = m_recordStarts[record];
+    entry.end = entry.first + static_cast<std::uint32_t>(entry.tags.size() - 1);
+    return entry.tags[tag - entry.first];
+}
+
+void DxfTagFile::splitRecord(std::uint32_t record, std::vector<DxfTag>& into) const {
+    const std::uint32_t first = m_recordStarts[record];
+    const std::uint32_t end =
+        record + 1 < m_recordStarts.size() ? m_recordStarts[record + 1] : m_originalTagCount;
+    into.reserve(end - first + 1);
+    if (m_format == DxfFormat::Ascii)
+        splitAscii(m_recordOffsets[record], first, end - first, into);
+    else
+        splitBinary(m_recordOffsets[record], first, end - first, into);
+    // Where the record ends, as the head of a tag of no length, so that every value's end is the
+    // next tag's start.
+    into.push_back(DxfTag{m_recordOffsets[record + 1], 0, 0, 0});
+}
+
+std::string_view DxfTagFile::value(std::uint32_t tag) const {
+    const DxfTag& t = tagAt(tag);
+    const std::size_t trailer = t.flags & kTrailerMask;
+    if ((t.flags & kAdded) != 0) {
+        const std::string& text = m_added[t.valueOffset];
+        return std::string_view(text).substr(t.headLength, text.size() - t.headLength - trailer);
+    }
+    const DxfTag& next = (&t)[1];
+    const std::size_t end = next.valueOffset - next.headLength;
+    return {m_bytes.data() + t.valueOffset, end - t.valueOffset - trailer};
+}
+
+std::string_view DxfTagFile::raw(std::uint32_t tag) const {
+    const DxfTag& t = tagAt(tag);
+    if ((t.flags & kAdded) != 0) return m_added[t.valueOffset];
+    const DxfTag& next = (&t)[1];
+    const std::size_t start = t.valueOffset - t.headLength;
+    return {m_bytes.data() + start, next.valueOffset - next.headLength - start};
 }
 
 std::optional<double> DxfTagFile::real(std::uint32_t tag) const {
@@ -126,7 +257,10 @@ std::optional<double> DxfTagFile::real(std::uint32_t tag) const {
 }
 
 std::optional<std::int64_t> DxfTagFile::integer(std::uint32_t tag) const {
-    const std::string_view v = value(tag);
+    return integerValue(value(tag));
+}
+
+std::optional<std::int64_t> DxfTagFile::integerValue(std::string_view v) const {
     if (m_format == DxfFormat::Ascii) return parseDxfInteger(v);
     switch (v.size()) {
         case 1:
@@ -166,18 +300,18 @@ std::string DxfTagFile::byteLocation(std::size_t offset) const {
 std::string DxfTagFile::location(std::uint32_t tag) const {
     if (tag >= m_originalTagCount) return m_name;
     if (m_format == DxfFormat::Ascii) return lineLocation(2ull * tag + 1);
-    return byteLocation(static_cast<std::size_t>(raw(tag).data() - m_data.get()));
+    return byteLocation(static_cast<std::size_t>(raw(tag).data() - m_bytes.data()));
 }
 
 std::string DxfTagFile::valueLocation(std::uint32_t tag) const {
     if (tag >= m_originalTagCount) return m_name;
     if (m_format == DxfFormat::Ascii) return lineLocation(2ull * tag + 2);
-    return byteLocation(m_tags[tag].valueOffset);
+    return byteLocation(tagAt(tag).valueOffset);
 }
 
 std::string DxfTagFile::endLocation() const {
     if (m_format == DxfFormat::Ascii) return lineLocation(2ull * m_originalTagCount + 1);
-    return byteLocation(m_size);
+    return byteLocation(m_bytes.size());
 }
 
 std::string DxfTagFile::binaryCode(int code) const {
@@ -192,7 +326,10 @@ std::uint32_t DxfTagFile::appendRaw(int code, std::string_view head, std::string
     text.reserve(head.size() + value.size() + tail.size());
     text.append(head).append(value).append(tail);
     m_added.push_back(std::move(text));
-    pushTag(m_added.size() - 1, code, head.size(), static_cast<std::uint8_t>(tail.size() | kAdded));
+    m_addedTags.push_back(DxfTag{static_cast<std::uint32_t>(m_added.size() - 1),
+                                 static_cast<std::int16_t>(code),
+                                 static_cast<std::uint8_t>(head.size()),
+                                 static_cast<std::uint8_t>(tail.size() | kAdded)});
     return tagCount() - 1;
 }
 

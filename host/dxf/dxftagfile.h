@@ -1,5 +1,7 @@
-// The tags of a DXF file: its bytes in one buffer and, for every tag, where its group code and
-// value lie in them. Tags that edits add are kept one by one, written in the file's own form; views
+// The tags of a DXF file: its bytes as read and, for every record, where it begins, what it is and
+// the name it carries. A record's tags are split from its bytes when something asks for them, and
+// kept for the next question on each thread; a 200 MB drawing holds some 16 million tags but only
+// a million records. Tags that edits add are kept one by one, written in the file's own form; views
 // of any tag stay valid while the file lives.
 #pragma once
 
@@ -11,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/dxf/dxfbytes.h"
 #include "host/dxf/dxfprogress.h"
 #include "host/dxf/dxfrecordkind.h"
 #include "host/dxf/dxfresult.h"
@@ -21,8 +24,8 @@ enum class DxfFormat : std::uint8_t { Ascii, Binary };
 inline constexpr std::string_view kDxfBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
 inline constexpr std::string_view kDxfByteOrderMark("\xEF\xBB\xBF", 3);
 
-// 8 bytes a tag: a 200 MB drawing holds some 13 million of them. A value ends where the next tag's
-// head begins, less its line end (or zero byte), so its length need not be kept.
+// Where a tag lies. A value ends where the next tag's head begins, less its line end (or zero
+// byte), so its length need not be kept.
 struct DxfTag {
     std::uint32_t valueOffset =
         0;  // an added tag's place among the added tags, whose text starts with the head
@@ -35,8 +38,8 @@ class DxfTagFile {
 public:
     // Splits the bytes into tags up to and including "0 EOF"; what follows is kept as it is. A file
     // without "0 EOF" is read to its end (reachedEof() tells). `name` leads every message.
-    static DxfResult<DxfTagFile> parse(std::string name, std::unique_ptr<char[]> bytes,
-                                       std::size_t size, const DxfProgress& progress = {});
+    static DxfResult<DxfTagFile> parse(std::string name, DxfBytes bytes,
+                                       const DxfProgress& progress = {});
     static DxfResult<DxfTagFile> parse(std::string name, std::string_view bytes);
     // Whether a file that begins with `head` can be a drawing at all: the binary sentinel (or the
     // start of it), or a group code on the first line. For refusing other files before reading them.
@@ -45,20 +48,13 @@ public:
     const std::string& name() const { return m_name; }
     DxfFormat format() const { return m_format; }
 
-    std::uint32_t tagCount() const { return static_cast<std::uint32_t>(m_tags.size()); }
-    std::uint32_t originalTagCount() const { return m_originalTagCount; }
-    std::int16_t code(std::uint32_t tag) const { return m_tags[tag].code; }
-    // The value's bytes: its text in ASCII files, its encoding in binary ones (strings alike).
-    std::string_view value(std::uint32_t tag) const {
-        const DxfTag& t = m_tags[tag];
-        const std::size_t trailer = t.flags & kTrailerMask;
-        if ((t.flags & kAdded) != 0) {
-            const std::string& text = m_added[t.valueOffset];
-            return std::string_view(text).substr(t.headLength,
-                                                 text.size() - t.headLength - trailer);
-        }
-        return {m_data.get() + t.valueOffset, endOf(tag) - t.valueOffset - trailer};
+    std::uint32_t tagCount() const {
+        return m_originalTagCount + static_cast<std::uint32_t>(m_addedTags.size());
     }
+    std::uint32_t originalTagCount() const { return m_originalTagCount; }
+    std::int16_t code(std::uint32_t tag) const { return tagAt(tag).code; }
+    // The value's bytes: its text in ASCII files, its encoding in binary ones (strings alike).
+    std::string_view value(std::uint32_t tag) const;
     // The whole tag as it stands in the file.
     std::string_view raw(std::uint32_t tag) const;
     bool valueIs(std::uint32_t tag, std::string_view text) const { return value(tag) == text; }
@@ -71,12 +67,24 @@ public:
     const std::vector<std::uint32_t>& recordStarts() const { return m_recordStarts; }
     // The kind of each record, beside its start; a prelude of comments is Other.
     const std::vector<DxfRecordKind>& recordKinds() const { return m_recordKinds; }
+    // The value of a record's first code 2 (before any extended data), found while scanning:
+    // the name of a block, a table entry, a reference's block. Empty when it has none.
+    std::string_view recordName(std::uint32_t record) const;
+    // The records whose first code 67 (before any extended data) is 1: entities in paper space.
+    const std::vector<std::uint32_t>& paperSpaceRecords() const { return m_paperSpaceRecords; }
+    // The highest handle an object of the file names as its own; 0 when none does.
+    std::uint64_t highestHandle() const { return m_highestHandle; }
     bool reachedEof() const { return m_reachedEof; }
     // Bytes around the tags: the binary sentinel or a byte-order mark, and what follows "0 EOF".
-    std::string_view prefix() const { return {m_data.get(), m_prefixLength}; }
-    std::string_view trailer() const { return {m_data.get() + m_endOfTags, m_size - m_endOfTags}; }
-    // The bytes of the original tags first..last, which lie one after the other in the file.
-    std::string_view span(std::uint32_t first, std::uint32_t last) const;
+    std::string_view prefix() const { return {m_bytes.data(), m_prefixLength}; }
+    std::string_view trailer() const {
+        return {m_bytes.data() + m_endOfTags, m_bytes.size() - m_endOfTags};
+    }
+    // The bytes of the original records first..end-1, which lie one after the other in the file.
+    std::string_view recordSpan(std::uint32_t first, std::uint32_t end) const {
+        return {m_bytes.data() + m_recordOffsets[first],
+                m_recordOffsets[end] - m_recordOffsets[first]};
+    }
 
     // "plan.dxf:1042" (the group code's line) or "plan.dxf:byte 4711" for binary files.
     std::string location(std::uint32_t tag) const;
@@ -93,27 +101,63 @@ private:
     static constexpr std::uint8_t kTrailerMask = 3;
     static constexpr std::uint8_t kAdded = 4;
 
-    DxfTagFile(std::string name, std::unique_ptr<char[]> bytes, std::size_t size);
+    // What a scan reports of each tag: its place, and where its head and value lie in the bytes.
+    struct ScannedTag {
+        std::uint32_t index;
+        int code;
+        std::size_t start;
+        std::size_t valueStart;
+        std::size_t valueLength;
+        std::uint8_t trailer;
+    };
+    // Walks the tags from byte `from` on, the first being tag `index`, calling `visit` with each
+    // ScannedTag until it returns false or the bytes end; checks each value against its type.
+    // Where it stopped is left in `reached`.
+    template <typename Visit>
+    DxfStatus walkAscii(std::size_t from, std::uint32_t index, std::size_t& reached,
+                        Visit&& visit) const;
+    template <typename Visit>
+    DxfStatus walkBinary(std::size_t from, std::uint32_t index, std::size_t& reached,
+                         Visit&& visit) const;
+
+    DxfTagFile(std::string name, DxfBytes bytes);
     DxfStatus scanAscii();
     DxfStatus scanBinary();
-    // Notes where records start and "0 EOF", and checks each object's own handle. Most tags need
-    // no note; the scanners ask first.
-    bool needsNote(int code, std::uint32_t index) const {
-        return code == 0 || code == 100 || index == 0 ||
-               (m_beforeSubclass && code == m_ownHandleCode);
+    // What both scans do with each tag: false ends the scan, at "0 EOF" or at a fault.
+    bool scanned(const ScannedTag& tag, DxfStatus& fault) {
+        ++m_originalTagCount;
+        if (!needsNote(tag.code, tag.index)) return true;
+        fault = noteTag(tag);
+        return fault.isOk() && !m_reachedEof;
     }
-    DxfStatus noteTag(std::uint32_t index, std::string_view value);
-    void pushTag(std::size_t valueOffset, int code, std::size_t headLength, std::uint8_t trailer) {
-        m_tags.push_back(DxfTag{static_cast<std::uint32_t>(valueOffset),
-                                static_cast<std::int16_t>(code),
-                                static_cast<std::uint8_t>(headLength), trailer});
+    DxfStatus finishScan(DxfStatus walked, DxfStatus noted, std::size_t reached);
+    void splitAscii(std::size_t from, std::uint32_t index, std::uint32_t count,
+                    std::vector<DxfTag>& into) const;
+    void splitBinary(std::size_t from, std::uint32_t index, std::uint32_t count,
+                     std::vector<DxfTag>& into) const;
+    // Notes where records start and "0 EOF", names, paper space, and checks each object's own
+    // handle. Most tags need no note; the scan asks first.
+    static bool needsNote(int code, std::uint32_t index) {
+        if (index == 0) return true;
+        switch (code) {
+            case 0:
+            case 2:
+            case 5:
+            case 67:
+            case 100:
+            case 105:
+            case 1001:
+                return true;
+            default:
+                return false;
+        }
     }
-    // Where the original tag's bytes end: where the next one begins, or where the tags end.
-    std::size_t endOf(std::uint32_t tag) const {
-        if (tag + 1 >= m_originalTagCount) return m_endOfTags;
-        const DxfTag& next = m_tags[tag + 1];
-        return next.valueOffset - next.headLength;
-    }
+    DxfStatus noteTag(const ScannedTag& tag);
+    // The tags of an original record, split from its bytes.
+    void splitRecord(std::uint32_t record, std::vector<DxfTag>& into) const;
+    const DxfTag& tagAt(std::uint32_t tag) const;
+    const DxfTag& originalTag(std::uint32_t tag) const;
+    std::optional<std::int64_t> integerValue(std::string_view value) const;
     std::uint32_t appendRaw(int code, std::string_view head, std::string_view value,
                             std::string_view tail);
     std::string binaryCode(int code) const;
@@ -121,22 +165,34 @@ private:
     std::string byteLocation(std::size_t offset) const;
 
     std::string m_name;
-    std::unique_ptr<char[]> m_data;
-    std::size_t m_size = 0;
+    std::uint64_t m_id = 0;  // tells this file's tags apart in the threads' split records
+    DxfBytes m_bytes;
     std::size_t m_prefixLength = 0;
     std::size_t m_endOfTags = 0;
     DxfFormat m_format = DxfFormat::Ascii;
     bool m_byteCodes = false;  // binary files of R12 write group codes in one byte
     bool m_reachedEof = false;
-    // An object's own handle (code 5, in DIMSTYLE entries 105) comes before its first subclass
-    // marker; later codes 5 are data of that object, such as a dimension style's arrow block.
+    // The scan's state within the record it is in. An object's own handle (code 5, in DIMSTYLE
+    // entries 105) comes before its first subclass marker; later codes 5 are data of that object,
+    // such as a dimension style's arrow block.
     bool m_beforeSubclass = false;
+    bool m_inExtendedData = false;
+    bool m_named = false;
+    bool m_spaceSeen = false;
     int m_ownHandleCode = 5;
+    std::uint64_t m_highestHandle = 0;
     std::string m_lineEnd = "\n";
-    std::vector<DxfTag> m_tags;
     std::uint32_t m_originalTagCount = 0;
     std::vector<std::uint32_t> m_recordStarts;
+    std::vector<std::uint32_t> m_recordOffsets;  // where each record begins, then the tags' end
     std::vector<DxfRecordKind> m_recordKinds;
+    struct NameSpan {
+        std::uint32_t offset = 0;
+        std::uint32_t length = 0;
+    };
+    std::vector<NameSpan> m_recordNames;
+    std::vector<std::uint32_t> m_paperSpaceRecords;
+    std::vector<DxfTag> m_addedTags;  // tag originalTagCount() + i
     std::deque<std::string> m_added;  // a deque never moves what it holds
     const DxfProgress* m_progress = nullptr;  // while scanning
 };

@@ -203,7 +203,7 @@ TEST_F(ConsoleMistakesTest, RunningOutOfMemoryIsNamedWithTheFilesSize) {
     const std::size_t megabytes = (bytes.size() + 999'999) / 1'000'000;
     const auto before = snapshot();
     const ProcessResult result = tarnwick({"bom", "@large.dxf", "--prices", "@prices.prc"},
-                                          ProcessSetup::limitedBy("ulimit -v 100000"));
+                                          ProcessSetup::limitedBy("ulimit -v 50000"));
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, p("large.dxf") + ": not enough memory to read it (" +
                               std::to_string(megabytes) + " MB)\n");

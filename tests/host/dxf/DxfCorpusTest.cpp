@@ -95,6 +95,11 @@ TEST_F(DxfCorpus, EveryFileIsKeptByteForByteAndAgreesWithTheManifest) {
         EXPECT_EQ(counts, (found == figures.references.end() ? std::map<std::string, int>()
                                                              : found->second))
             << name;
+        std::map<std::string, int> countedByName;  // what a count reads: names as bytes
+        for (const DxfNameCount& name : document.referenceCountsByName(DxfSpace::Model))
+            countedByName[asciiLower(document.decodeText(name.nameBytes))] +=
+                static_cast<int>(name.references);
+        EXPECT_EQ(countedByName, counts) << name;
         const auto paper = document.blockReferences(DxfSpace::Paper);
         EXPECT_EQ(static_cast<int>(model.size() + paper.size()), figures.totals.at(name)) << name;
         std::multiset<std::string> blocks;
