@@ -5,6 +5,7 @@
 #include "host/dxf/dxfgroupcode.h"
 #include "host/dxf/dxfmessage.h"
 #include "host/dxf/dxfnumber.h"
+#include "host/dxf/dxfscanparts.h"
 #include "host/dxf/dxftagfile.h"
 
 namespace {
@@ -189,29 +190,69 @@ DxfStatus DxfTagFile::walkAscii(std::size_t from, std::uint32_t index, std::size
     return {};
 }
 
+namespace {
+
+// Where a record seems to begin after the middle of the file: a line "0" followed by a line that
+// starts with a capital letter. Only a guess; the scan checks it.
+std::optional<std::size_t> guessRecordStart(std::string_view bytes) {
+    if (bytes.size() < kSmallestScanInParts || std::thread::hardware_concurrency() < 2)
+        return std::nullopt;
+    const char* const data = bytes.data();
+    const char* const end = data + bytes.size();
+    const char* line = findNewline(data + bytes.size() / 2, end);
+    for (int tries = 0; tries < 100000 && line < end; ++tries) {
+        const char* const start = line + 1;
+        const char* const lineEnd = findNewline(start, end);
+        std::string_view text(start, static_cast<std::size_t>(lineEnd - start));
+        while (!text.empty() && (text.back() == '\r' || isBlank(text.back()))) text.remove_suffix(1);
+        while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+        if (text == "0" && lineEnd + 1 < end && lineEnd[1] >= 'A' && lineEnd[1] <= 'Z')
+            return static_cast<std::size_t>(start - data);
+        line = lineEnd;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
 DxfStatus DxfTagFile::scanAscii() {
     const char* const data = m_bytes.data();
     const char* const end = data + m_bytes.size();
     const char* const firstNewline = findNewline(data + m_prefixLength, end);
     if (firstNewline < end && firstNewline > data + m_prefixLength && firstNewline[-1] == '\r')
         m_lineEnd = "\r\n";
-    std::size_t reached = 0;
-    DxfStatus fault;
-    DxfStatus status = walkAscii(m_prefixLength, 0, reached,
-                                 [&](const ScannedTag& tag) { return scanned(tag, fault); });
-    return finishScan(std::move(status), std::move(fault), reached);
+    return scanInParts(guessRecordStart(m_bytes.view()),
+                       [this](DxfRecordIndex& index, std::size_t from, std::size_t until,
+                              std::size_t& reached, bool tellsProgress) {
+                           DxfStatus fault;
+                           DxfStatus walked = walkAscii(
+                               from, index.tagCount(), reached, [&](const ScannedTag& tag) {
+                                   if (!scanned(index, tag, fault, tellsProgress)) return false;
+                                   return tag.valueStart + tag.valueLength + tag.trailer < until;
+                               });
+                           return walked.isOk() ? fault : walked;
+                       });
 }
 
-void DxfTagFile::splitAscii(std::size_t from, std::uint32_t index, std::uint32_t count,
+void DxfTagFile::splitAscii(std::size_t from, std::uint32_t count,
                             std::vector<DxfTag>& into) const {
-    std::size_t reached = 0;
-    // The scan checked every tag already, so the walk finds no fault here.
-    (void)walkAscii(from, index, reached, [&](const ScannedTag& tag) {
-        into.push_back(DxfTag{static_cast<std::uint32_t>(tag.valueStart),
-                              static_cast<std::int16_t>(tag.code),
-                              static_cast<std::uint8_t>(tag.valueStart - tag.start), tag.trailer});
-        return into.size() < count;
-    });
+    // The scan checked every tag already: here a tag is its code line and the line after it.
+    const char* const data = m_bytes.data();
+    const char* const end = data + m_bytes.size();
+    const char* p = data + from;
+    for (std::uint32_t i = 0; i < count && p < end; ++i) {
+        const char* const tagStart = p;
+        int code = 0;
+        readCode(p, end, code);
+        const char* const valueStart = p + 1;
+        const char* const newline = findNewline(valueStart, end);
+        std::uint8_t trailer = newline < end ? 1 : 0;
+        if (trailer == 1 && newline > valueStart && newline[-1] == '\r') trailer = 2;
+        into.push_back(DxfTag{static_cast<std::uint32_t>(valueStart - data),
+                              static_cast<std::int16_t>(code),
+                              static_cast<std::uint8_t>(valueStart - tagStart), trailer});
+        p = newline < end ? newline + 1 : end;
+    }
 }
 
 bool DxfTagFile::mayBeDxf(std::string_view head) {

@@ -2,6 +2,7 @@
 #include <cstring>
 
 #include "host/dxf/dxfgroupcode.h"
+#include "host/dxf/dxfscanparts.h"
 #include "host/dxf/dxftagfile.h"
 
 namespace {
@@ -78,6 +79,24 @@ DxfStatus DxfTagFile::walkBinary(std::size_t from, std::uint32_t index, std::siz
     return {};
 }
 
+namespace {
+
+// Where a record seems to begin after the middle of a binary file with two-byte group codes: a
+// code 0 followed by a capital letter. Only a guess; the scan checks it.
+std::optional<std::size_t> guessRecordStart(std::string_view bytes) {
+    if (bytes.size() < kSmallestScanInParts || std::thread::hardware_concurrency() < 2)
+        return std::nullopt;
+    constexpr std::string_view kCodeZero("\0\0", 2);
+    for (std::size_t at = bytes.find(kCodeZero, bytes.size() / 2);
+         at != std::string_view::npos && at + 2 < bytes.size();
+         at = bytes.find(kCodeZero, at + 1)) {
+        if (bytes[at + 2] >= 'A' && bytes[at + 2] <= 'Z') return at;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
 DxfStatus DxfTagFile::scanBinary() {
     const char* const data = m_bytes.data();
     const std::size_t size = m_bytes.size();
@@ -86,18 +105,25 @@ DxfStatus DxfTagFile::scanBinary() {
     // two.
     m_byteCodes = p + 1 < size && data[p] == 0 && data[p + 1] != 0;
     if (p < size && static_cast<unsigned char>(data[p]) == 255) m_byteCodes = true;
-    std::size_t reached = 0;
-    DxfStatus fault;
-    DxfStatus status = walkBinary(m_prefixLength, 0, reached,
-                                 [&](const ScannedTag& tag) { return scanned(tag, fault); });
-    return finishScan(std::move(status), std::move(fault), reached);
+    // With one-byte codes a zero byte is as often a value's end as a code: no guess is made.
+    return scanInParts(m_byteCodes ? std::nullopt : guessRecordStart(m_bytes.view()),
+                       [this](DxfRecordIndex& index, std::size_t from, std::size_t until,
+                              std::size_t& reached, bool tellsProgress) {
+                           DxfStatus fault;
+                           DxfStatus walked = walkBinary(
+                               from, index.tagCount(), reached, [&](const ScannedTag& tag) {
+                                   if (!scanned(index, tag, fault, tellsProgress)) return false;
+                                   return tag.valueStart + tag.valueLength + tag.trailer < until;
+                               });
+                           return walked.isOk() ? fault : walked;
+                       });
 }
 
-void DxfTagFile::splitBinary(std::size_t from, std::uint32_t index, std::uint32_t count,
+void DxfTagFile::splitBinary(std::size_t from, std::uint32_t count,
                              std::vector<DxfTag>& into) const {
     std::size_t reached = 0;
     // The scan checked every tag already, so the walk finds no fault here.
-    (void)walkBinary(from, index, reached, [&](const ScannedTag& tag) {
+    (void)walkBinary(from, 0, reached, [&](const ScannedTag& tag) {
         into.push_back(DxfTag{static_cast<std::uint32_t>(tag.valueStart),
                               static_cast<std::int16_t>(tag.code),
                               static_cast<std::uint8_t>(tag.valueStart - tag.start), tag.trailer});

@@ -61,15 +61,22 @@ public:
         std::vector<DxfTag> tags;  // and one more: where the record ends
     };
 
-    const DxfTag* find(std::uint64_t file, std::uint32_t tag) const {
-        for (const Entry& entry : m_entries) {
-            if (entry.file == file && tag >= entry.first && tag < entry.end)
+    const DxfTag* find(std::uint64_t file, std::uint32_t tag) {
+        const Entry& last = m_entries[m_lastFound];
+        if (last.file == file && tag >= last.first && tag < last.end)
+            return &last.tags[tag - last.first];
+        for (std::size_t i = 0; i < m_entries.size(); ++i) {
+            const Entry& entry = m_entries[i];
+            if (entry.file == file && tag >= entry.first && tag < entry.end) {
+                m_lastFound = i;
                 return &entry.tags[tag - entry.first];
+            }
         }
         return nullptr;
     }
     Entry& next() {
         Entry& entry = m_entries[m_next];
+        m_lastFound = m_next;
         m_next = (m_next + 1) % m_entries.size();
         entry.file = 0;
         entry.tags.clear();
@@ -81,6 +88,7 @@ public:
 private:
     std::array<Entry, 4> m_entries;
     std::size_t m_next = 0;
+    std::size_t m_lastFound = 0;
 };
 
 thread_local SplitRecords t_split;
@@ -100,6 +108,7 @@ DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, DxfBytes bytes,
     DxfStatus status;
     if (start.starts_with(kDxfBinarySentinel)) {
         file.m_format = DxfFormat::Binary;
+        file.m_index = DxfRecordIndex(true);
         file.m_prefixLength = kDxfBinarySentinel.size();
         status = file.scanBinary();
     } else {
@@ -115,84 +124,25 @@ DxfResult<DxfTagFile> DxfTagFile::parse(std::string name, std::string_view bytes
     return parse(std::move(name), DxfBytes::copyOf(bytes));
 }
 
-DxfStatus DxfTagFile::finishScan(DxfStatus walked, DxfStatus noted, std::size_t reached) {
-    if (!walked.isOk()) return walked;
-    if (!noted.isOk()) return noted;
-    m_endOfTags = reached;
-    m_recordOffsets.push_back(static_cast<std::uint32_t>(reached));
-    m_recordStarts.shrink_to_fit();
-    m_recordOffsets.shrink_to_fit();
-    m_recordKinds.shrink_to_fit();
-    m_recordNames.shrink_to_fit();
-    return {};
-}
-
-DxfStatus DxfTagFile::noteTag(const ScannedTag& tag) {
-    const std::string_view text(m_bytes.data() + tag.valueStart, tag.valueLength);
-    if (tag.code == 0 || tag.index == 0) {
+DxfStatus DxfTagFile::noteTag(DxfRecordIndex& index, const ScannedTag& tag, bool tellsProgress) {
+    const std::string_view value(m_bytes.data() + tag.valueStart, tag.valueLength);
+    if (index.note(tag.index, tag.code, tag.start, tag.valueStart, value)) {
         // Every 65,536 records: a 200 MB drawing tells some thirty times.
-        if (m_progress != nullptr && (m_recordStarts.size() & 0xFFFF) == 0) {
+        if (tellsProgress && m_progress != nullptr && tag.code == 0 &&
+            (index.starts().size() & 0xFFFF) == 0) {
             const std::uint64_t size = m_bytes.size() == 0 ? 1 : m_bytes.size();
             (*m_progress)(size + 3 * std::uint64_t{tag.start}, 4 * size);
         }
-        m_recordStarts.push_back(tag.index);
-        m_recordOffsets.push_back(static_cast<std::uint32_t>(tag.start));
-        m_recordKinds.push_back(tag.code == 0 ? dxfRecordKind(text) : DxfRecordKind::Other);
-        m_recordNames.emplace_back();
-        m_inExtendedData = false;
-        m_named = false;
-        m_spaceSeen = false;
+        return {};
     }
-    switch (tag.code) {
-        case 0:
-            m_beforeSubclass = true;
-            m_ownHandleCode = text == "DIMSTYLE" ? 105 : 5;
-            m_reachedEof = m_recordKinds.back() == DxfRecordKind::Eof;
-            return {};
-        case 100:
-            m_beforeSubclass = false;
-            return {};
-        case 1001:
-            m_inExtendedData = true;
-            return {};
-        case 2:
-            if (!m_named && !m_inExtendedData) {
-                m_named = true;
-                m_recordNames.back() = NameSpan{static_cast<std::uint32_t>(tag.valueStart),
-                                                static_cast<std::uint32_t>(tag.valueLength)};
-            }
-            return {};
-        case 67:
-            if (!m_spaceSeen && !m_inExtendedData) {
-                m_spaceSeen = true;
-                if (integerValue(text).value_or(0) == 1)
-                    m_paperSpaceRecords.push_back(
-                        static_cast<std::uint32_t>(m_recordStarts.size() - 1));
-            }
-            return {};
-        default:
-            break;
-    }
-    if (m_beforeSubclass && tag.code == m_ownHandleCode) {
-        m_beforeSubclass = false;
-        // A section head is no object: the header's $HANDSEED is not a handle of its own.
-        if (m_recordKinds.back() != DxfRecordKind::Section) {
-            if (const auto handle = parseDxfHex(text))
-                m_highestHandle = std::max(m_highestHandle, *handle);
-        }
-        if (!isDxfHex(text)) {
-            const std::string where = m_format == DxfFormat::Ascii
-                                          ? lineLocation(2ull * tag.index + 2)
-                                          : byteLocation(tag.valueStart);
-            return DxfError(where + ": expected a hexadecimal handle for group code " +
-                            std::to_string(tag.code) + ", found " + dxfQuoted(text));
-        }
-    }
-    return {};
+    const std::string where = m_format == DxfFormat::Ascii ? lineLocation(2ull * tag.index + 2)
+                                                           : byteLocation(tag.valueStart);
+    return DxfError(where + ": expected a hexadecimal handle for group code " +
+                    std::to_string(tag.code) + ", found " + dxfQuoted(value));
 }
 
 std::string_view DxfTagFile::recordName(std::uint32_t record) const {
-    const NameSpan& name = m_recordNames[record];
+    const DxfRecordIndex::NameSpan& name = m_index.name(record);
     return {m_bytes.data() + name.offset, name.length};
 }
 
@@ -203,28 +153,30 @@ const DxfTag& DxfTagFile::tagAt(std::uint32_t tag) const {
 
 const DxfTag& DxfTagFile::originalTag(std::uint32_t tag) const {
     if (const DxfTag* known = t_split.find(m_id, tag)) return *known;
-    const auto after = std::upper_bound(m_recordStarts.begin(), m_recordStarts.end(), tag);
-    const auto record = static_cast<std::uint32_t>(after - m_recordStarts.begin() - 1);
+    const std::vector<std::uint32_t>& starts = m_index.starts();
+    const auto after = std::upper_bound(starts.begin(), starts.end(), tag);
+    const auto record = static_cast<std::uint32_t>(after - starts.begin() - 1);
     SplitRecords::Entry& entry = t_split.next();
     splitRecord(record, entry.tags);
     entry.file = m_id;
-    entry.first = m_recordStarts[record];
+    entry.first = starts[record];
     entry.end = entry.first + static_cast<std::uint32_t>(entry.tags.size() - 1);
     return entry.tags[tag - entry.first];
 }
 
 void DxfTagFile::splitRecord(std::uint32_t record, std::vector<DxfTag>& into) const {
-    const std::uint32_t first = m_recordStarts[record];
-    const std::uint32_t end =
-        record + 1 < m_recordStarts.size() ? m_recordStarts[record + 1] : m_originalTagCount;
+    const std::vector<std::uint32_t>& starts = m_index.starts();
+    const std::vector<std::uint32_t>& offsets = m_index.offsets();
+    const std::uint32_t first = starts[record];
+    const std::uint32_t end = record + 1 < starts.size() ? starts[record + 1] : m_originalTagCount;
     into.reserve(end - first + 1);
     if (m_format == DxfFormat::Ascii)
-        splitAscii(m_recordOffsets[record], first, end - first, into);
+        splitAscii(offsets[record], end - first, into);
     else
-        splitBinary(m_recordOffsets[record], first, end - first, into);
+        splitBinary(offsets[record], end - first, into);
     // Where the record ends, as the head of a tag of no length, so that every value's end is the
     // next tag's start.
-    into.push_back(DxfTag{m_recordOffsets[record + 1], 0, 0, 0});
+    into.push_back(DxfTag{offsets[record + 1], 0, 0, 0});
 }
 
 std::string_view DxfTagFile::value(std::uint32_t tag) const {

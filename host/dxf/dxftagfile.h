@@ -15,6 +15,7 @@
 
 #include "host/dxf/dxfbytes.h"
 #include "host/dxf/dxfprogress.h"
+#include "host/dxf/dxfrecordindex.h"
 #include "host/dxf/dxfrecordkind.h"
 #include "host/dxf/dxfresult.h"
 
@@ -64,17 +65,19 @@ public:
 
     // The first tag of every record. A record runs from a code-0 tag to the next; the first one
     // may instead be a prelude of comments.
-    const std::vector<std::uint32_t>& recordStarts() const { return m_recordStarts; }
+    const std::vector<std::uint32_t>& recordStarts() const { return m_index.starts(); }
     // The kind of each record, beside its start; a prelude of comments is Other.
-    const std::vector<DxfRecordKind>& recordKinds() const { return m_recordKinds; }
+    const std::vector<DxfRecordKind>& recordKinds() const { return m_index.kinds(); }
     // The value of a record's first code 2 (before any extended data), found while scanning:
     // the name of a block, a table entry, a reference's block. Empty when it has none.
     std::string_view recordName(std::uint32_t record) const;
     // The records whose first code 67 (before any extended data) is 1: entities in paper space.
-    const std::vector<std::uint32_t>& paperSpaceRecords() const { return m_paperSpaceRecords; }
+    const std::vector<std::uint32_t>& paperSpaceRecords() const {
+        return m_index.paperSpaceRecords();
+    }
     // The highest handle an object of the file names as its own; 0 when none does.
-    std::uint64_t highestHandle() const { return m_highestHandle; }
-    bool reachedEof() const { return m_reachedEof; }
+    std::uint64_t highestHandle() const { return m_index.highestHandle(); }
+    bool reachedEof() const { return m_index.reachedEof(); }
     // Bytes around the tags: the binary sentinel or a byte-order mark, and what follows "0 EOF".
     std::string_view prefix() const { return {m_bytes.data(), m_prefixLength}; }
     std::string_view trailer() const {
@@ -82,8 +85,8 @@ public:
     }
     // The bytes of the original records first..end-1, which lie one after the other in the file.
     std::string_view recordSpan(std::uint32_t first, std::uint32_t end) const {
-        return {m_bytes.data() + m_recordOffsets[first],
-                m_recordOffsets[end] - m_recordOffsets[first]};
+        const std::vector<std::uint32_t>& offsets = m_index.offsets();
+        return {m_bytes.data() + offsets[first], offsets[end] - offsets[first]};
     }
 
     // "plan.dxf:1042" (the group code's line) or "plan.dxf:byte 4711" for binary files.
@@ -123,36 +126,22 @@ private:
     DxfTagFile(std::string name, DxfBytes bytes);
     DxfStatus scanAscii();
     DxfStatus scanBinary();
-    // What both scans do with each tag: false ends the scan, at "0 EOF" or at a fault.
-    bool scanned(const ScannedTag& tag, DxfStatus& fault) {
-        ++m_originalTagCount;
-        if (!needsNote(tag.code, tag.index)) return true;
-        fault = noteTag(tag);
-        return fault.isOk() && !m_reachedEof;
+    // Scans the file, in two parts at once when it is large and `secondPart` is where a record
+    // seems to begin: a guess, taken only when the first part's scan ends exactly there. `walk`
+    // is (index, from, until, reached) -> DxfStatus and stops after the tag that reaches `until`.
+    template <typename Walk>
+    DxfStatus scanInParts(std::optional<std::size_t> secondPart, Walk&& walk);
+    // What a scan does with each tag: false ends it, at "0 EOF" or at a fault.
+    bool scanned(DxfRecordIndex& index, const ScannedTag& tag, DxfStatus& fault,
+                 bool tellsProgress) {
+        index.countTag();
+        if (!DxfRecordIndex::wants(tag.code, tag.index)) return true;
+        fault = noteTag(index, tag, tellsProgress);
+        return fault.isOk() && !index.reachedEof();
     }
-    DxfStatus finishScan(DxfStatus walked, DxfStatus noted, std::size_t reached);
-    void splitAscii(std::size_t from, std::uint32_t index, std::uint32_t count,
-                    std::vector<DxfTag>& into) const;
-    void splitBinary(std::size_t from, std::uint32_t index, std::uint32_t count,
-                     std::vector<DxfTag>& into) const;
-    // Notes where records start and "0 EOF", names, paper space, and checks each object's own
-    // handle. Most tags need no note; the scan asks first.
-    static bool needsNote(int code, std::uint32_t index) {
-        if (index == 0) return true;
-        switch (code) {
-            case 0:
-            case 2:
-            case 5:
-            case 67:
-            case 100:
-            case 105:
-            case 1001:
-                return true;
-            default:
-                return false;
-        }
-    }
-    DxfStatus noteTag(const ScannedTag& tag);
+    DxfStatus noteTag(DxfRecordIndex& index, const ScannedTag& tag, bool tellsProgress);
+    void splitAscii(std::size_t from, std::uint32_t count, std::vector<DxfTag>& into) const;
+    void splitBinary(std::size_t from, std::uint32_t count, std::vector<DxfTag>& into) const;
     // The tags of an original record, split from its bytes.
     void splitRecord(std::uint32_t record, std::vector<DxfTag>& into) const;
     const DxfTag& tagAt(std::uint32_t tag) const;
@@ -171,27 +160,9 @@ private:
     std::size_t m_endOfTags = 0;
     DxfFormat m_format = DxfFormat::Ascii;
     bool m_byteCodes = false;  // binary files of R12 write group codes in one byte
-    bool m_reachedEof = false;
-    // The scan's state within the record it is in. An object's own handle (code 5, in DIMSTYLE
-    // entries 105) comes before its first subclass marker; later codes 5 are data of that object,
-    // such as a dimension style's arrow block.
-    bool m_beforeSubclass = false;
-    bool m_inExtendedData = false;
-    bool m_named = false;
-    bool m_spaceSeen = false;
-    int m_ownHandleCode = 5;
-    std::uint64_t m_highestHandle = 0;
     std::string m_lineEnd = "\n";
     std::uint32_t m_originalTagCount = 0;
-    std::vector<std::uint32_t> m_recordStarts;
-    std::vector<std::uint32_t> m_recordOffsets;  // where each record begins, then the tags' end
-    std::vector<DxfRecordKind> m_recordKinds;
-    struct NameSpan {
-        std::uint32_t offset = 0;
-        std::uint32_t length = 0;
-    };
-    std::vector<NameSpan> m_recordNames;
-    std::vector<std::uint32_t> m_paperSpaceRecords;
+    DxfRecordIndex m_index;
     std::vector<DxfTag> m_addedTags;  // tag originalTagCount() + i
     std::deque<std::string> m_added;  // a deque never moves what it holds
     const DxfProgress* m_progress = nullptr;  // while scanning
