@@ -196,6 +196,26 @@ TEST_F(ConsoleMistakesTest, AFileThatCannotBeADrawingIsRefusedFromItsFirstBytes)
     EXPECT_EQ(snapshot(), before);
 }
 
+// A value that a plain count never reads (a reference's insertion point) is still checked: every
+// command that reads the drawing refuses it alike, whichever fields it goes on to use.
+TEST_F(ConsoleMistakesTest, ANumberThatIsNoneIsRefusedByEveryCommandAlike) {
+    m_folder.write("plan.dxf",
+                   "  0\nSECTION\n  2\nENTITIES\n  0\nINSERT\n  2\nDOOR\n 10\nabc\n 20\n0.0\n"
+                   "  0\nENDSEC\n  0\nEOF\n");
+    const auto before = snapshot();
+    for (const char* command : {"bom", "check", "info", "blocks"}) {
+        std::vector<std::string> arguments{command, "@plan.dxf"};
+        if (std::string(command) != "info")
+            arguments.insert(arguments.end(), {"--prices", "@prices.prc"});
+        const ProcessResult result = tarnwick(arguments);
+        EXPECT_EQ(result.exitCode, 1) << command;
+        EXPECT_EQ(result.err,
+                  p("plan.dxf") + ":10: expected a number for group code 10, found \"abc\"\n")
+            << command;
+    }
+    EXPECT_EQ(snapshot(), before);
+}
+
 TEST_F(ConsoleMistakesTest, RunningOutOfMemoryIsNamedWithTheFilesSize) {
     if (!kMemoryLimitsWork) GTEST_SKIP() << "address space limits do not hold under the sanitizer";
     const std::string bytes = fixtureBytes(fixtureOfManyReferences(400'000));

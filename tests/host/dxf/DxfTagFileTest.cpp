@@ -2,7 +2,9 @@
 // the form of the tags that edits add.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstring>
+#include <string>
 
 #include "host/dxf/dxftagfile.h"
 #include "tests/host/TestName.h"
@@ -250,6 +252,70 @@ std::string added(const std::string& input, std::uint32_t (*append)(DxfTagFile&)
     auto file = DxfTagFile::parse("plan.dxf", input);
     if (!file.isOk()) return file.errorString();
     return std::string(file.value().raw(append(file.value())));
+}
+
+// Files of more than a few megabytes are scanned in two parts at once; what they give must be
+// what one scan gives, whatever lies where the second part was guessed to begin.
+constexpr std::size_t kRecordsInALargeFile = 300'000;  // some 10 MB
+
+TEST(LargeFiles, ReadInTwoPartsAsInOne) {
+    std::string ascii;
+    for (std::size_t i = 0; i < kRecordsInALargeFile; ++i) {
+        char handle[16];
+        std::snprintf(handle, sizeof handle, "%zX", i + 16);
+        ascii += std::string("  0\nINSERT\n  5\n") + handle + "\n  2\nB" + std::to_string(i % 7) +
+                 "\n 67\n" + (i == kRecordsInALargeFile - 2 ? "1" : "0") + "\n 10\n1.5\n";
+    }
+    const std::string junk = "not a tag\n";
+    auto file = DxfTagFile::parse("plan.dxf", ascii + "  0\nEOF\n" + junk);
+    ASSERT_TRUE(file.isOk()) << file.errorString();
+    const DxfTagFile& f = file.value();
+    ASSERT_EQ(f.recordStarts().size(), kRecordsInALargeFile + 1);
+    for (std::uint32_t r = 0; r <= kRecordsInALargeFile; ++r)
+        ASSERT_EQ(f.recordStarts()[r], 5 * r) << r;
+    EXPECT_EQ(f.recordName(kRecordsInALargeFile - 1), "B" + std::to_string((kRecordsInALargeFile - 1) % 7));
+    EXPECT_EQ(f.paperSpaceRecords(), std::vector<std::uint32_t>{kRecordsInALargeFile - 2});
+    EXPECT_EQ(f.highestHandle(), kRecordsInALargeFile + 15);
+    EXPECT_TRUE(f.reachedEof());
+    EXPECT_EQ(f.trailer(), junk);
+    EXPECT_EQ(f.value(5 * 200'000 + 2), "B" + std::to_string(200'000 % 7));
+    EXPECT_EQ(rebuilt(f), ascii + "  0\nEOF\n" + junk);
+
+    // A fault late in the file is named by its line, counted from the file's start.
+    std::string faulty = ascii;
+    faulty.replace(faulty.rfind("1.5"), 3, "x.5");
+    auto refused = DxfTagFile::parse("plan.dxf", faulty);
+    ASSERT_FALSE(refused.isOk());
+    EXPECT_EQ(refused.errorString(), "plan.dxf:" + std::to_string(10 * kRecordsInALargeFile) +
+                                         ": expected a number for group code 10, found \"x.5\"");
+
+    // "0 EOF" in the first half: what follows is kept as it is, however it looks.
+    const std::size_t second = ascii.find("  0\nINSERT", 1);
+    const std::string early = ascii.substr(0, second) + "  0\nEOF\n" + ascii.substr(second) + junk;
+    auto ended = DxfTagFile::parse("plan.dxf", early);
+    ASSERT_TRUE(ended.isOk()) << ended.errorString();
+    EXPECT_EQ(ended.value().trailer(), ascii.substr(second) + junk);
+}
+
+TEST(LargeFiles, ABinaryFileReadsRightWhereAValueLooksLikeARecordStart) {
+    // Each coordinate's bytes hold a zero code and a capital letter, where a guess would stop;
+    // the records' own types are in small letters, so that every guess is wrong.
+    double trap = 0.0;
+    std::memcpy(&trap, "\0\0ABCDE\0", sizeof trap);
+    BinaryWriter in(false);
+    for (std::size_t i = 0; i < kRecordsInALargeFile; ++i)
+        in.text(0, "line").text(8, "0").number(10, trap).number(20, trap).number(30, 2.0);
+    in.text(0, "EOF");
+    auto file = DxfTagFile::parse("plan.dxf", in.bytes());
+    ASSERT_TRUE(file.isOk()) << file.errorString();
+    const DxfTagFile& f = file.value();
+    ASSERT_EQ(f.recordStarts().size(), kRecordsInALargeFile + 1);
+    EXPECT_EQ(f.recordStarts().back(), 5 * kRecordsInALargeFile);
+    for (std::uint32_t r = 0; r < kRecordsInALargeFile; r += 997) {
+        ASSERT_EQ(f.recordStarts()[r], 5 * r);
+        ASSERT_EQ(f.real(5 * r + 2), trap);
+    }
+    EXPECT_EQ(rebuilt(f), in.bytes());
 }
 
 TEST(AddedTags, TakeTheFormOfTheirFile) {
