@@ -16,7 +16,8 @@
 namespace {
 
 const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required},
-                                       {"--list-encoding", OptionSpec::Value::Required}};
+                                       {"--list-encoding", OptionSpec::Value::Required},
+                                       {"--recover", OptionSpec::Value::None}};
 
 // By the folded name, under which names that differ only in case are one.
 std::map<std::wstring, int> referenceCounts(const DxfDocument& document) {
@@ -40,7 +41,8 @@ int runBlocksCommand(const std::vector<std::string>& arguments) {
         if (const auto status = useListEncoding(args.value("--list-encoding"), *prices))
             return *status;
     }
-    auto session = DrawingSession::open(args.positional.front());
+    auto session = DrawingSession::open(
+        args.positional.front(), args.has("--recover") ? DxfReading::Recover : DxfReading::Strict);
     if (!session) return kExitFailure;
 
     BlockNamesCont names;

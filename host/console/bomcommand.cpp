@@ -45,7 +45,8 @@ const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required}
                                        {"--xlsx", OptionSpec::Value::Required},
                                        {"--nested", OptionSpec::Value::None},
                                        {"--record-names", OptionSpec::Value::None},
-                                       {"--jobs", OptionSpec::Value::Required}};
+                                       {"--jobs", OptionSpec::Value::Required},
+                                       {"--recover", OptionSpec::Value::None}};
 
 struct BomRequest {
     std::vector<std::string> drawings;
@@ -62,6 +63,7 @@ struct BomRequest {
     std::optional<std::string> csv;
     std::optional<std::string> xlsx;
     unsigned jobs = 1;
+    DxfReading reading = DxfReading::Strict;
 };
 
 // The drawing's name with "-bom" before its extension, in the drawing's folder.
@@ -102,6 +104,7 @@ std::optional<std::string> readCountOptions(const ParsedArguments& args, BomRequ
     request.tally.nested = args.has("--nested");
     request.tally.recordNames = args.has("--record-names");
     request.jobs = defaultJobs();
+    if (args.has("--recover")) request.reading = DxfReading::Recover;
     if (const auto jobs = args.value("--jobs")) {
         const auto n = parseNumbers(*jobs, 1);
         if (!n || (*n)[0] < 1 || (*n)[0] > 256 || (*n)[0] != static_cast<unsigned>((*n)[0]))
@@ -332,7 +335,8 @@ int runBomCommand(const std::vector<std::string>& arguments) {
         if (const std::string reason = unreadableReason(drawing); !reason.empty())
             return fail(drawing, reason);
     }
-    BatchOptions batch{request->tally, request->jobs, request->tableCorner.has_value(), true};
+    BatchOptions batch{request->tally, request->jobs, request->tableCorner.has_value(), true,
+                       request->reading};
     std::vector<CountedDrawing> drawings = countDrawings(request->drawings, batch);
     bool failed = false;
     for (const auto& drawing : drawings) {

@@ -23,11 +23,10 @@
 
 namespace {
 
-const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required},
-                                       {"--list-encoding", OptionSpec::Value::Required},
-                                       {"--json", OptionSpec::Value::None},
-                                       {"--nested", OptionSpec::Value::None},
-                                       {"--record-names", OptionSpec::Value::None}};
+const std::vector<OptionSpec> kOptions{
+    {"--prices", OptionSpec::Value::Required},   {"--list-encoding", OptionSpec::Value::Required},
+    {"--json", OptionSpec::Value::None},         {"--nested", OptionSpec::Value::None},
+    {"--record-names", OptionSpec::Value::None}, {"--recover", OptionSpec::Value::None}};
 
 struct Finding {
     const char* kind;
@@ -329,7 +328,8 @@ int runCheckCommand(const std::vector<std::string>& arguments) {
     if (!list) return fail(prices, "cannot be read");
     const std::vector<PriceListLine> lines = ScanPriceList(list->text);
 
-    auto session = DrawingSession::open(drawing);
+    auto session = DrawingSession::open(
+        drawing, args.has("--recover") ? DxfReading::Recover : DxfReading::Strict);
     if (!session) return kExitFailure;
     TallyOptions options;
     options.nested = args.has("--nested");

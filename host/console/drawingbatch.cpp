@@ -5,10 +5,12 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdio>
 #include <mutex>
 #include <system_error>
 #include <thread>
 
+#include "host/console/drawingsession.h"
 #include "host/console/messages.h"
 #include "host/console/progressline.h"
 
@@ -52,14 +54,15 @@ void countOne(CountedDrawing& drawing, std::size_t index, const BatchOptions& op
         drawing.error = drawing.path + ": " + reason;
         return;
     }
-    auto read = DxfDocument::readFile(
+    auto read = readDrawing(
         drawing.path, [&](std::uint64_t done, std::uint64_t) { progress.update(index, done); },
-        DxfFileAccess::Map);
+        options.reading);
     if (!read.isOk()) {
         drawing.error = read.errorString();
         return;
     }
     std::unique_ptr<DxfDocument> document = read.takeValue();
+    drawing.repairs = document->repairs();
     auto tally = tallyDrawing(*document, drawing.path, options.tally);
     if (!tally.isOk()) {
         drawing.error = tally.errorString();
@@ -102,5 +105,9 @@ std::vector<CountedDrawing> countDrawings(const std::vector<std::string>& paths,
     }
     work();
     workers.clear();  // joins
+    for (const CountedDrawing& drawing : drawings) {
+        for (const std::string& repair : drawing.repairs)
+            std::fprintf(stderr, "%s\n", repair.c_str());
+    }
     return drawings;
 }

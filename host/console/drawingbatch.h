@@ -14,6 +14,7 @@ struct CountedDrawing {
     DrawingTally tally;
     std::unique_ptr<DxfDocument> document;  // kept only when asked for
     std::string error;                      // why the drawing could not be read or counted
+    std::vector<std::string> repairs;       // what a recovering read mended
 };
 
 struct BatchOptions {
@@ -21,9 +22,11 @@ struct BatchOptions {
     unsigned jobs = 1;           // threads; never more than there are drawings
     bool keepDocuments = false;  // for drawings that are written to afterwards
     bool showProgress = true;    // a progress line on a terminal
+    DxfReading reading = DxfReading::Strict;
 };
 
-// One entry per path, in the order given; every drawing is tried, whatever the others give.
+// One entry per path, in the order given; every drawing is tried, whatever the others give. The
+// repairs of a recovering read are told on standard error, drawing by drawing, once all are read.
 std::vector<CountedDrawing> countDrawings(const std::vector<std::string>& paths,
                                           const BatchOptions& options);
 

@@ -6,20 +6,36 @@
 #include "host/console/messages.h"
 #include "host/console/progressline.h"
 
-std::unique_ptr<DrawingSession> DrawingSession::open(const std::string& path) {
+DxfResult<std::unique_ptr<DxfDocument>> readDrawing(const std::string& path,
+                                                    const DxfProgress& progress,
+                                                    DxfReading reading) {
+    auto document = DxfDocument::readFile(path, progress, DxfFileAccess::Map, reading);
+    if (!document.isOk() && reading == DxfReading::Strict &&
+        document.error().kind() == DxfErrorKind::Structure)
+        return DxfError(document.errorString() + " (try --recover)", DxfErrorKind::Structure);
+    return document;
+}
+
+void tellRepairs(const DxfDocument& document) {
+    for (const std::string& repair : document.repairs())
+        std::fprintf(stderr, "%s\n", repair.c_str());
+}
+
+std::unique_ptr<DrawingSession> DrawingSession::open(const std::string& path, DxfReading reading) {
     if (const std::string reason = unreadableReason(path); !reason.empty()) {
         fail(path, reason);
         return nullptr;
     }
     ProgressLine progress("reading " + path);
-    auto document = DxfDocument::readFile(
+    auto document = readDrawing(
         path,
         [&progress](std::uint64_t done, std::uint64_t total) { progress.update(done, total); },
-        DxfFileAccess::Map);
+        reading);
     if (!document.isOk()) {
         std::fprintf(stderr, "%s\n", document.errorString().c_str());
         return nullptr;
     }
+    tellRepairs(*document.value());
     return std::unique_ptr<DrawingSession>(new DrawingSession(path, document.takeValue()));
 }
 

@@ -8,10 +8,20 @@
 #include "host/console/consoleeditor.h"
 #include "host/dxf/dxfdocument.h"
 
+// Reads a drawing as every console command reads it: the file mapped, refused at a fault of its
+// structure unless `reading` asks to mend it. A refusal that a recovering read may get past says
+// so.
+DxfResult<std::unique_ptr<DxfDocument>> readDrawing(const std::string& path,
+                                                    const DxfProgress& progress,
+                                                    DxfReading reading);
+// What a recovering read mended, on standard error: one line a repair.
+void tellRepairs(const DxfDocument& document);
+
 class DrawingSession {
 public:
-    // Null, after the error line, when the drawing cannot be read.
-    static std::unique_ptr<DrawingSession> open(const std::string& path);
+    // Null, after the error line, when the drawing cannot be read. Repairs are told.
+    static std::unique_ptr<DrawingSession> open(const std::string& path,
+                                                DxfReading reading = DxfReading::Strict);
     // A session over a drawing read already, from `path`.
     static std::unique_ptr<DrawingSession> adopt(const std::string& path,
                                                  std::unique_ptr<DxfDocument> document);

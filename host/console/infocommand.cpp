@@ -14,7 +14,8 @@
 
 namespace {
 
-const std::vector<OptionSpec> kOptions{{"--json", OptionSpec::Value::None}};
+const std::vector<OptionSpec> kOptions{{"--json", OptionSpec::Value::None},
+                                       {"--recover", OptionSpec::Value::None}};
 
 struct SpaceFigures {
     std::size_t entities = 0;
@@ -108,7 +109,8 @@ int runInfoCommand(const std::vector<std::string>& arguments) {
     if (!parsed.arguments) return usageError(parsed.error);
     if (parsed.arguments->positional.size() != 1) return usageError("info takes one drawing");
     const std::string& path = parsed.arguments->positional.front();
-    auto session = DrawingSession::open(path);
+    auto session = DrawingSession::open(
+        path, parsed.arguments->has("--recover") ? DxfReading::Recover : DxfReading::Strict);
     if (!session) return kExitFailure;
     const DxfDocument& document = session->document();
     const DxfFacts facts = document.facts();

@@ -57,6 +57,11 @@ constexpr const char* kUsage =
     "                              with LIST, the names that have no price yet\n"
     "  info DRAWING [--json]       version, encoding, handle seed, entity counts, references\n"
     "\n"
+    "Every command that reads a drawing takes --recover: a drawing whose sections, tables or\n"
+    "blocks do not nest as they must (a stray \"0 ENDSEC\", records outside any section, a\n"
+    "missing \"0 EOF\") is read with its structure mended, each repair told on standard error;\n"
+    "a drawing written afterwards holds the mended structure.\n"
+    "\n"
     "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage,\n"
     "3 check found something.\n";
 

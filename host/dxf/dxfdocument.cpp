@@ -6,6 +6,7 @@
 #include "files/atomicfile.h"
 #include "host/dxf/dxffile.h"
 #include "host/dxf/dxfnumber.h"
+#include "host/dxf/dxfrecovery.h"
 #include "host/dxf/dxfviews.h"
 #include "text/CaseRules.h"
 #include "text/TextFile.h"
@@ -69,11 +70,25 @@ DxfDocument::DxfDocument(std::filesystem::path path, DxfTagFile tags, DxfRecords
 DxfDocument::~DxfDocument() = default;
 
 DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::load(std::filesystem::path path,
-                                                          DxfResult<DxfTagFile> tags) {
-    if (!tags.isOk()) return DxfError(tags.errorString());
+                                                          DxfResult<DxfTagFile> tags,
+                                                          DxfReading reading) {
+    if (!tags.isOk()) return tags.error();
     DxfRecords records(tags.value());
     DxfResult<DxfStructure> structure = DxfStructure::index(tags.value(), records);
-    if (!structure.isOk()) return DxfError(structure.errorString());
+    if (!structure.isOk()) {
+        if (reading == DxfReading::Strict || structure.error().kind() != DxfErrorKind::Structure)
+            return structure.error();
+        // The mended file is read as any other; what it cannot mend is told as the strict read
+        // tells it.
+        DxfRecovery recovery = recoverStructure(tags.value(), records);
+        const std::string name = tags.value().name();
+        auto mended =
+            load(std::move(path), DxfTagFile::parse(name, DxfBytes::copyOf(recovery.bytes)),
+                 DxfReading::Strict);
+        if (!mended.isOk()) return structure.error();
+        mended.value()->m_repairs = std::move(recovery.repairs);
+        return mended;
+    }
     std::unique_ptr<DxfDocument> document(new DxfDocument(
         std::move(path), tags.takeValue(), std::move(records), structure.takeValue()));
     document->indexDrawing();
@@ -82,13 +97,15 @@ DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::load(std::filesystem::path 
 
 DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readFile(const std::filesystem::path& path,
                                                               const DxfProgress& progress,
-                                                              DxfFileAccess access) {
+                                                              DxfFileAccess access,
+                                                              DxfReading reading) {
     try {
         DxfResult<DxfBytes> bytes = readWholeFile(path, progress, access);
         if (!bytes.isOk()) return DxfError(bytes.errorString());
         const std::size_t size = bytes.value().size();
         try {
-            return load(path, DxfTagFile::parse(path.string(), bytes.takeValue(), progress));
+            return load(path, DxfTagFile::parse(path.string(), bytes.takeValue(), progress),
+                        reading);
         } catch (const std::bad_alloc&) {
             return dxfNotEnoughMemory(path, size);
         }
@@ -98,10 +115,11 @@ DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readFile(const std::filesys
 }
 
 DxfResult<std::unique_ptr<DxfDocument>> DxfDocument::readBytes(std::string name,
-                                                               std::string_view bytes) {
+                                                               std::string_view bytes,
+                                                               DxfReading reading) {
     try {
         std::filesystem::path path(name);
-        return load(std::move(path), DxfTagFile::parse(name, bytes));
+        return load(std::move(path), DxfTagFile::parse(name, bytes), reading);
     } catch (const std::exception& e) {
         return DxfError(name + ": " + e.what());
     }

@@ -68,19 +68,26 @@ struct DxfDynamicBlockLink {
     AcDbObjectId dynamic;
 };
 
+// Whether a drawing whose sections, tables or blocks do not nest as they must is refused, or read
+// with its structure mended.
+enum class DxfReading { Strict, Recover };
+
 class DxfDocument final : public AcDbDatabase {
 public:
     static DxfResult<std::unique_ptr<DxfDocument>> readFile(
         const std::filesystem::path& path, const DxfProgress& progress = {},
-        DxfFileAccess access = DxfFileAccess::Copy);
+        DxfFileAccess access = DxfFileAccess::Copy, DxfReading reading = DxfReading::Strict);
     // `name` stands for the file in messages and in DWGNAME.
-    static DxfResult<std::unique_ptr<DxfDocument>> readBytes(std::string name,
-                                                             std::string_view bytes);
+    static DxfResult<std::unique_ptr<DxfDocument>> readBytes(
+        std::string name, std::string_view bytes, DxfReading reading = DxfReading::Strict);
     ~DxfDocument() override;
     DxfDocument(const DxfDocument&) = delete;
     DxfDocument& operator=(const DxfDocument&) = delete;
 
     const std::filesystem::path& path() const { return m_path; }
+    // What a recovering read mended, one line a change ("plan.dxf:1719: ..."); empty when the
+    // drawing was read as it stands. A save writes the mended structure.
+    const std::vector<std::string>& repairs() const { return m_repairs; }
     [[nodiscard]] DxfStatus save();
     [[nodiscard]] DxfStatus saveAs(const std::filesystem::path& path);
     std::string toBytes() const;
@@ -192,7 +199,8 @@ private:
     DxfDocument(std::filesystem::path path, DxfTagFile tags, DxfRecords records,
                 DxfStructure structure);
     static DxfResult<std::unique_ptr<DxfDocument>> load(std::filesystem::path path,
-                                                        DxfResult<DxfTagFile> tags);
+                                                        DxfResult<DxfTagFile> tags,
+                                                        DxfReading reading);
     void indexDrawing();
     void indexBlockTable();
     void indexInserts();
@@ -250,6 +258,7 @@ private:
     };
 
     std::filesystem::path m_path;
+    std::vector<std::string> m_repairs;
     DxfTagFile m_tags;
     DxfRecords m_records;
     DxfStructure m_structure;

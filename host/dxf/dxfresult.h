@@ -2,18 +2,26 @@
 // wrong.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <utility>
 #include <variant>
 
+// What kind of fault a message reports. Sections, tables and blocks that do not nest as they must
+// are the faults a recovering read can mend.
+enum class DxfErrorKind : std::uint8_t { Other, Structure };
+
 // A message in the console's shape: `plan.dxf:1042: expected a group code, found "abc"`.
 class DxfError {
 public:
-    explicit DxfError(std::string message) : m_message(std::move(message)) {}
+    explicit DxfError(std::string message, DxfErrorKind kind = DxfErrorKind::Other)
+        : m_message(std::move(message)), m_kind(kind) {}
     const std::string& message() const { return m_message; }
+    DxfErrorKind kind() const { return m_kind; }
 
 private:
     std::string m_message;
+    DxfErrorKind m_kind;
 };
 
 // value() and takeValue() are for results that isOk(); errorString() for the others.
@@ -28,6 +36,7 @@ public:
     T& value() { return std::get<0>(m_state); }
     T takeValue() { return std::move(std::get<0>(m_state)); }
     const std::string& errorString() const { return std::get<1>(m_state).message(); }
+    const DxfError& error() const { return std::get<1>(m_state); }
 
 private:
     std::variant<T, DxfError> m_state;
@@ -37,12 +46,13 @@ private:
 class [[nodiscard]] DxfStatus {
 public:
     DxfStatus() = default;
-    DxfStatus(DxfError error) : m_error(error.message()), m_failed(true) {}
+    DxfStatus(DxfError error) : m_error(std::move(error)), m_failed(true) {}
 
     bool isOk() const { return !m_failed; }
-    const std::string& errorString() const { return m_error; }
+    const std::string& errorString() const { return m_error.message(); }
+    const DxfError& error() const { return m_error; }
 
 private:
-    std::string m_error;
+    DxfError m_error{std::string()};
     bool m_failed = false;
 };

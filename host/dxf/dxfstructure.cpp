@@ -146,7 +146,7 @@ DxfResult<DxfStructure> DxfStructure::index(const DxfTagFile& tags, const DxfRec
     StructureReader reader(tags, records);
     DxfStatus status =
         reader.read(structure.m_sections, structure.m_tables, structure.m_blocks, structure.m_eof);
-    if (!status.isOk()) return DxfError(status.errorString());
+    if (!status.isOk()) return DxfError(status.errorString(), DxfErrorKind::Structure);
     return structure;
 }
 

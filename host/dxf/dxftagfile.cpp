@@ -56,8 +56,8 @@ class SplitRecords {
 public:
     struct Entry {
         std::uint64_t file = 0;
-        std::uint32_t first = 0;  // the record's first tag
-        std::uint32_t end = 0;    // one past its last
+        std::uint32_t first = 0;   // the record's first tag
+        std::uint32_t end = 0;     // one past its last
         std::vector<DxfTag> tags;  // and one more: where the record ends
     };
 
@@ -278,17 +278,26 @@ std::uint32_t DxfTagFile::appendRaw(int code, std::string_view head, std::string
     text.reserve(head.size() + value.size() + tail.size());
     text.append(head).append(value).append(tail);
     m_added.push_back(std::move(text));
-    m_addedTags.push_back(DxfTag{static_cast<std::uint32_t>(m_added.size() - 1),
-                                 static_cast<std::int16_t>(code),
-                                 static_cast<std::uint8_t>(head.size()),
-                                 static_cast<std::uint8_t>(tail.size() | kAdded)});
+    m_addedTags.push_back(DxfTag{
+        static_cast<std::uint32_t>(m_added.size() - 1), static_cast<std::int16_t>(code),
+        static_cast<std::uint8_t>(head.size()), static_cast<std::uint8_t>(tail.size() | kAdded)});
     return tagCount() - 1;
 }
 
+std::string DxfTagFile::stringHead(int code) const {
+    return m_format == DxfFormat::Binary ? binaryCode(code) : formatDxfInteger(code, 3) + m_lineEnd;
+}
+
+std::string_view DxfTagFile::stringTail() const {
+    return m_format == DxfFormat::Binary ? std::string_view("\0", 1) : std::string_view(m_lineEnd);
+}
+
+std::string DxfTagFile::encodedString(int code, std::string_view bytes) const {
+    return stringHead(code).append(bytes).append(stringTail());
+}
+
 std::uint32_t DxfTagFile::appendString(int code, std::string_view bytes) {
-    if (m_format == DxfFormat::Binary)
-        return appendRaw(code, binaryCode(code), bytes, std::string_view("\0", 1));
-    return appendRaw(code, formatDxfInteger(code, 3) + m_lineEnd, bytes, m_lineEnd);
+    return appendRaw(code, stringHead(code), bytes, stringTail());
 }
 
 std::uint32_t DxfTagFile::appendReal(int code, double value) {

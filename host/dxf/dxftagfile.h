@@ -21,7 +21,8 @@
 
 enum class DxfFormat : std::uint8_t { Ascii, Binary };
 
-// What the two forms start with: the binary form's sentinel; a byte-order mark an ASCII file may have.
+// What the two forms start with: the binary form's sentinel; a byte-order mark an ASCII file may
+// have.
 inline constexpr std::string_view kDxfBinarySentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
 inline constexpr std::string_view kDxfByteOrderMark("\xEF\xBB\xBF", 3);
 
@@ -43,7 +44,8 @@ public:
                                        const DxfProgress& progress = {});
     static DxfResult<DxfTagFile> parse(std::string name, std::string_view bytes);
     // Whether a file that begins with `head` can be a drawing at all: the binary sentinel (or the
-    // start of it), or a group code on the first line. For refusing other files before reading them.
+    // start of it), or a group code on the first line. For refusing other files before reading
+    // them.
     static bool mayBeDxf(std::string_view head);
 
     const std::string& name() const { return m_name; }
@@ -96,6 +98,8 @@ public:
 
     // New tags in the file's form: line ends, width of group codes, binary encodings.
     std::uint32_t appendString(int code, std::string_view bytes);
+    // A string tag's bytes in the file's form, for records made outside the file.
+    std::string encodedString(int code, std::string_view bytes) const;
     std::uint32_t appendReal(int code, double value);
     std::uint32_t appendInteger(int code, std::int64_t value);
     std::uint32_t appendHandle(int code, std::uint64_t value);
@@ -150,6 +154,9 @@ private:
     std::uint32_t appendRaw(int code, std::string_view head, std::string_view value,
                             std::string_view tail);
     std::string binaryCode(int code) const;
+    // What stands before and after a string value: its group code and the value's end.
+    std::string stringHead(int code) const;
+    std::string_view stringTail() const;
     std::string lineLocation(std::uint64_t line) const;
     std::string byteLocation(std::size_t offset) const;
 
@@ -163,7 +170,7 @@ private:
     std::string m_lineEnd = "\n";
     std::uint32_t m_originalTagCount = 0;
     DxfRecordIndex m_index;
-    std::vector<DxfTag> m_addedTags;  // tag originalTagCount() + i
-    std::deque<std::string> m_added;  // a deque never moves what it holds
+    std::vector<DxfTag> m_addedTags;          // tag originalTagCount() + i
+    std::deque<std::string> m_added;          // a deque never moves what it holds
     const DxfProgress* m_progress = nullptr;  // while scanning
 };
