@@ -19,12 +19,18 @@ const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required}
                                        {"--list-encoding", OptionSpec::Value::Required},
                                        {"--recover", OptionSpec::Value::None}};
 
-// By the folded name, under which names that differ only in case are one.
-std::map<std::wstring, int> referenceCounts(const DxfDocument& document) {
-    std::map<std::wstring, int> counts;
-    for (const auto& [nameBytes, references] : document.referenceCountsByName(DxfSpace::Model))
-        counts[FoldCase(document.decodeText(nameBytes))] += static_cast<int>(references);
+// By the folded name, under which names that differ only in case are one; arrays as their
+// columns x rows.
+std::map<std::wstring, std::int64_t> referenceCounts(const DxfDocument& document, DxfSpace space) {
+    std::map<std::wstring, std::int64_t> counts;
+    for (const DxfNameCount& count : document.referenceCountsByName(space))
+        counts[FoldCase(document.decodeText(count.nameBytes))] += count.instances;
     return counts;
+}
+
+std::string rightAligned(std::int64_t number, std::size_t width) {
+    const std::string text = std::to_string(number);
+    return std::string(text.size() < width ? width - text.size() : 0, ' ') + text;
 }
 
 }  // namespace
@@ -55,16 +61,20 @@ int runBlocksCommand(const std::vector<std::string>& arguments) {
         for (const auto& row : rows) names.SetMark(row.name.c_str(), 1);
     }
 
-    const auto counts = referenceCounts(session->document());
+    // Model space first; the layouts' references in a column of their own where there are any.
+    const auto model = referenceCounts(session->document(), DxfSpace::Model);
+    const auto layouts = referenceCounts(session->document(), DxfSpace::PaperLayouts);
+    auto countOf = [](const auto& counts, const std::wstring& name) -> std::int64_t {
+        const auto count = counts.find(FoldCase(name));
+        return count == counts.end() ? 0 : count->second;
+    };
     std::size_t width = 10;
     for (const auto& entry : names.Names()) width = std::max(width, entry.name.size());
     for (const auto& entry : names.Names()) {
-        const auto count = counts.find(FoldCase(entry.name));
         std::string line = EncodeText(entry.name, TextFormat{});
         line.append(width - entry.name.size() + 1, ' ');
-        const std::string number = std::to_string(count == counts.end() ? 0 : count->second);
-        line.append(number.size() < 7 ? 7 - number.size() : 0, ' ');
-        line += number;
+        line += rightAligned(countOf(model, entry.name), 7);
+        if (!layouts.empty()) line += rightAligned(countOf(layouts, entry.name), 7) + " in layouts";
         if (prices && entry.marked == 0) line += "  no price";
         writeStandardOutput(line + "\n");
     }

@@ -2,6 +2,7 @@
 #include "host/console/blocktally.h"
 
 #include <algorithm>
+#include <functional>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -58,12 +59,15 @@ public:
         std::vector<SelectedBlock> selected;
         if (!selectBlocks(selected)) return false;
         if (!m_options.nested) {
-            for (const SelectedBlock& block : selected) add(block.record, block.references);
+            for (const SelectedBlock& block : selected)
+                add(block.record, block.references, block.fromArrays);
             return true;
         }
         // Nested: the selection's blocks in the order they are met, each with its own count.
-        for (const SelectedBlock& block : selected)
+        for (const SelectedBlock& block : selected) {
             m_reached[block.record] = saturatingAdd(m_reached[block.record], block.references);
+            if (block.fromArrays) m_fromArrays.insert(block.record);
+        }
         for (const SelectedBlock& block : selected) {
             if (!walkFrom(block.record)) return false;
         }
@@ -79,6 +83,7 @@ private:
     struct SelectedBlock {
         AcDbObjectId record;
         std::int64_t references = 0;
+        bool fromArrays = false;
     };
 
     // The selected references by block record, first met first. They are counted by their
@@ -87,23 +92,39 @@ private:
     bool selectBlocks(std::vector<SelectedBlock>& selected) {
         std::vector<DxfNameCount> byName;
         const SelectionFilter& filter = m_options.filter;
+        const std::optional<std::size_t> layout = m_options.layout;
         if (!filter.window && filter.layers.empty()) {
-            byName = m_document.referenceCountsByName(DxfSpace::Model);
+            byName = layout ? m_document.layoutReferenceCountsByName(*layout)
+                            : m_document.referenceCountsByName(DxfSpace::Model);
         } else {
             std::unordered_map<std::string_view, std::size_t> slots;
-            m_document.forEachReference(DxfSpace::Model, [&](AcDbObjectId id, std::string_view name) {
+            forEachReference([&](AcDbObjectId id, std::string_view name) {
                 if (!isSelected(m_document, id, filter)) return;
                 const auto [slot, isNew] = slots.try_emplace(name, byName.size());
-                if (isNew) byName.push_back(DxfNameCount{name, 0});
-                ++byName[slot->second].references;
+                if (isNew) byName.push_back(DxfNameCount{name, 0, 0, 0});
+                DxfNameCount& count = byName[slot->second];
+                const std::int64_t instances = m_document.referenceInstances(id);
+                ++count.references;
+                count.instances += instances;
+                count.arrays += instances > 1 ? 1 : 0;
             });
         }
         for (const DxfNameCount& name : byName) {
             const AcDbObjectId record = recordOf(m_document.decodeText(name.nameBytes));
             if (record.isNull()) return false;
-            selected.push_back(SelectedBlock{record, name.references});
+            if (m_options.arraysAsOne)
+                selected.push_back(SelectedBlock{record, name.references, false});
+            else
+                selected.push_back(SelectedBlock{record, name.instances, name.arrays > 0});
         }
         return true;
+    }
+
+    void forEachReference(const std::function<void(AcDbObjectId, std::string_view)>& visit) const {
+        if (m_options.layout)
+            m_document.forEachLayoutReference(*m_options.layout, visit);
+        else
+            m_document.forEachReference(DxfSpace::Model, visit);
     }
 
     AcDbObjectId recordOf(std::wstring_view blockName) {
@@ -141,13 +162,14 @@ private:
         return m_namings.emplace(record, std::move(naming)).first->second;
     }
 
-    void add(AcDbObjectId record, std::int64_t count) {
+    void add(AcDbObjectId record, std::int64_t count, bool fromArrays) {
         const Naming& naming = namingOf(record);
         std::wstring key = FoldCase(MakeLower(naming.name));
         auto [entry, isNew] = m_index.try_emplace(std::move(key), m_result.blocks.size());
         if (isNew) m_result.blocks.push_back(TalliedBlock{naming.name, 0, {}, false});
         TalliedBlock& block = m_result.blocks[entry->second];
         block.references = saturatingAdd(block.references, count);
+        block.fromArrays = block.fromArrays || fromArrays;
         if (naming.unlinked) {
             block.unlinked = true;
             m_result.unlinkedReferences = saturatingAdd(m_result.unlinkedReferences, count);
@@ -167,7 +189,9 @@ private:
             const auto [at, isNew] = position.try_emplace(nested, visit.content.size());
             if (isNew) visit.content.push_back({nested, 0, false});
             NestedBlock& entry = visit.content[at->second];
-            entry.references = saturatingAdd(entry.references, 1);
+            const bool array = reference.instances > 1 && !m_options.arraysAsOne;
+            entry.references = saturatingAdd(entry.references, array ? reference.instances : 1);
+            if (array) m_fromArrays.insert(nested);
         }
         return true;
     }
@@ -251,7 +275,8 @@ private:
 
     void addOnce(AcDbObjectId record) {
         if (!m_added.insert(record).second) return;
-        add(record, saturatingAdd(m_reached[record], m_closingCycles[record]));
+        add(record, saturatingAdd(m_reached[record], m_closingCycles[record]),
+            m_fromArrays.contains(record));
     }
 
     void noteCycle(std::vector<AcDbObjectId>::const_iterator from, AcDbObjectId closing) {
@@ -275,12 +300,60 @@ private:
     std::unordered_map<AcDbObjectId, std::int64_t> m_reached;
     std::unordered_map<AcDbObjectId, std::int64_t> m_closingCycles;
     std::unordered_set<AcDbObjectId> m_added;
+    std::unordered_set<AcDbObjectId> m_fromArrays;  // reached through an array
     std::unordered_map<std::wstring, std::size_t> m_index;
     DrawingTally m_result;
     std::string m_error;
 };
 
 }  // namespace
+
+DxfResult<std::vector<SpaceTally>> tallySpaces(const DxfDocument& document, const std::string& name,
+                                               const TallyOptions& options) {
+    std::vector<std::wstring> names{kModelSpaceName};
+    for (std::wstring& layout : document.layoutNames()) names.push_back(std::move(layout));
+    std::vector<SpaceTally> spaces;
+    for (std::size_t space = 0; space < names.size(); ++space) {
+        TallyOptions spaceOptions = options;
+        if (space > 0) spaceOptions.layout = space - 1;
+        auto tally = tallyDrawing(document, name, spaceOptions);
+        if (!tally.isOk()) return tally.error();
+        spaces.push_back({std::move(names[space]), tally.takeValue()});
+    }
+    return spaces;
+}
+
+DrawingTally mergeTallies(const std::vector<SpaceTally>& spaces) {
+    DrawingTally merged;
+    std::unordered_map<std::wstring, std::size_t> index;
+    for (const SpaceTally& space : spaces) {
+        const DrawingTally* tally = &space.tally;
+        for (const TalliedBlock& block : tally->blocks) {
+            const auto [at, isNew] =
+                index.try_emplace(FoldCase(MakeLower(block.name)), merged.blocks.size());
+            if (isNew) {
+                merged.blocks.push_back(block);
+                continue;
+            }
+            TalliedBlock& into = merged.blocks[at->second];
+            into.references = saturatingAdd(into.references, block.references);
+            for (const std::wstring& variant : block.variants) {
+                if (std::find(into.variants.begin(), into.variants.end(), variant) ==
+                    into.variants.end())
+                    into.variants.push_back(variant);
+            }
+            into.unlinked = into.unlinked || block.unlinked;
+            into.fromArrays = into.fromArrays || block.fromArrays;
+        }
+        merged.unlinkedReferences =
+            saturatingAdd(merged.unlinkedReferences, tally->unlinkedReferences);
+        for (const std::wstring& cycle : tally->cycles) {
+            if (std::find(merged.cycles.begin(), merged.cycles.end(), cycle) == merged.cycles.end())
+                merged.cycles.push_back(cycle);
+        }
+    }
+    return merged;
+}
 
 bool isDynamicVariantName(std::wstring_view name) {
     return name.size() >= 2 && name[0] == L'*' && (name[1] == L'U' || name[1] == L'u');

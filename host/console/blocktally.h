@@ -1,10 +1,12 @@
 // The references of one drawing counted by block name, as the console counts them: the user's
-// selection of model space, a dynamic block's variants under the dynamic block's own name unless
-// record names are asked for, and on request the references nested in the counted blocks,
-// multiplied along the nesting.
+// selection of model space or of a layout, an array (MINSERT) as its columns x rows unless asked to
+// count it once, a dynamic block's variants under the dynamic block's own name unless record names
+// are asked for, and on request the references nested in the counted blocks, multiplied along the
+// nesting.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +18,9 @@ struct TallyOptions {
     SelectionFilter filter;
     bool recordNames = false;  // count "*U" variants under their own record's name
     bool nested = false;       // count the references inside counted blocks too
+    bool arraysAsOne = false;  // an array (MINSERT) counts once, not columns x rows times
+    // The space counted: model space, or one paper-space layout of DxfDocument::layoutNames().
+    std::optional<std::size_t> layout;
 };
 
 struct TalliedBlock {
@@ -23,6 +28,7 @@ struct TalliedBlock {
     std::int64_t references = 0;
     std::vector<std::wstring> variants;  // anonymous records counted under `name`, first met first
     bool unlinked = false;               // `name` is a "*U" record that names no dynamic block
+    bool fromArrays = false;             // arrays counted columns x rows make part of the count
 };
 
 struct DrawingTally {
@@ -38,6 +44,22 @@ inline constexpr std::int64_t kTallyLimit = INT64_MAX;
 // An error names the drawing: a reference to a block the drawing does not have.
 DxfResult<DrawingTally> tallyDrawing(const DxfDocument& document, const std::string& name,
                                      const TallyOptions& options);
+
+// One space's count: model space, or a paper-space layout by its name.
+struct SpaceTally {
+    std::wstring name;
+    DrawingTally tally;
+};
+
+// The name a drawing's model space goes by beside its layouts.
+inline constexpr const wchar_t* kModelSpaceName = L"Model";
+
+// Model space, then each paper-space layout, counted apart with the same options.
+DxfResult<std::vector<SpaceTally>> tallySpaces(const DxfDocument& document, const std::string& name,
+                                               const TallyOptions& options);
+
+// Tallies of several spaces as one: counts of one name added, variants and cycles listed once.
+DrawingTally mergeTallies(const std::vector<SpaceTally>& spaces);
 
 // "*U" followed by anything: the anonymous records the CAD program makes for dynamic blocks.
 bool isDynamicVariantName(std::wstring_view name);

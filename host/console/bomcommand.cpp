@@ -46,7 +46,9 @@ const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required}
                                        {"--nested", OptionSpec::Value::None},
                                        {"--record-names", OptionSpec::Value::None},
                                        {"--jobs", OptionSpec::Value::Required},
-                                       {"--recover", OptionSpec::Value::None}};
+                                       {"--recover", OptionSpec::Value::None},
+                                       {"--arrays-as-one", OptionSpec::Value::None},
+                                       {"--layouts", OptionSpec::Value::None}};
 
 struct BomRequest {
     std::vector<std::string> drawings;
@@ -64,6 +66,7 @@ struct BomRequest {
     std::optional<std::string> xlsx;
     unsigned jobs = 1;
     DxfReading reading = DxfReading::Strict;
+    bool layouts = false;
 };
 
 // The drawing's name with "-bom" before its extension, in the drawing's folder.
@@ -103,8 +106,10 @@ std::optional<std::string> readCountOptions(const ParsedArguments& args, BomRequ
         request.tally.filter.layers.push_back(WidePath(layer));
     request.tally.nested = args.has("--nested");
     request.tally.recordNames = args.has("--record-names");
+    request.tally.arraysAsOne = args.has("--arrays-as-one");
     request.jobs = defaultJobs();
     if (args.has("--recover")) request.reading = DxfReading::Recover;
+    request.layouts = args.has("--layouts");
     if (const auto jobs = args.value("--jobs")) {
         const auto n = parseNumbers(*jobs, 1);
         if (!n || (*n)[0] < 1 || (*n)[0] > 256 || (*n)[0] != static_cast<unsigned>((*n)[0]))
@@ -163,6 +168,12 @@ void writeJsonRow(JsonWriter& json, const BomLine& line) {
     json.beginArray();
     for (const auto quantity : line.quantities) json.value(quantity);
     json.endArray();
+    if (!line.spaceQuantities.empty()) {
+        json.key("space_quantities");
+        json.beginArray();
+        for (const auto quantity : line.spaceQuantities) json.value(quantity);
+        json.endArray();
+    }
     json.key("description");
     json.value(std::wstring_view(line.cells[kDescriptionColumn]));
     json.key("total");
@@ -177,6 +188,10 @@ void writeJsonRow(JsonWriter& json, const BomLine& line) {
         json.key("unresolved");
         json.value(true);
     }
+    if (line.fromArrays) {
+        json.key("from_arrays");
+        json.value(true);
+    }
     json.endObject();
 }
 
@@ -187,6 +202,19 @@ void printJson(const BillOfMaterials& bill) {
     json.beginArray();
     for (const auto& drawing : bill.drawings) json.value(std::wstring_view(WidePath(drawing)));
     json.endArray();
+    if (!bill.spaces.empty()) {
+        json.key("spaces");
+        json.beginArray();
+        for (const BillSpace& space : bill.spaces) {
+            json.beginObject();
+            json.key("drawing");
+            json.value(std::wstring_view(WidePath(bill.drawings[space.drawing])));
+            json.key("space");
+            json.value(std::wstring_view(space.name));
+            json.endObject();
+        }
+        json.endArray();
+    }
     json.key("rows");
     json.beginArray();
     for (const auto& line : bill.lines) writeJsonRow(json, line);
@@ -335,8 +363,8 @@ int runBomCommand(const std::vector<std::string>& arguments) {
         if (const std::string reason = unreadableReason(drawing); !reason.empty())
             return fail(drawing, reason);
     }
-    BatchOptions batch{request->tally, request->jobs, request->tableCorner.has_value(), true,
-                       request->reading};
+    BatchOptions batch{request->tally, request->jobs,    request->tableCorner.has_value(),
+                       true,           request->reading, request->layouts};
     std::vector<CountedDrawing> drawings = countDrawings(request->drawings, batch);
     bool failed = false;
     for (const auto& drawing : drawings) {

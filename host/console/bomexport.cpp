@@ -51,18 +51,29 @@ std::string csvField(const std::wstring& text) {
     return quoted + "\"";
 }
 
+// The quantity columns before the total: one a space when layouts were counted ("Layout1", or
+// "plan.dxf Layout1" among several drawings), else one a drawing when there are several.
+std::vector<std::wstring> quantityTitles(const BillOfMaterials& bill) {
+    std::vector<std::wstring> drawings = drawingTitles(bill.drawings);
+    if (bill.spaces.empty()) return drawings.size() > 1 ? drawings : std::vector<std::wstring>{};
+    std::vector<std::wstring> titles;
+    for (const BillSpace& space : bill.spaces) {
+        titles.push_back(drawings.size() > 1 ? drawings[space.drawing] + L" " + space.name
+                                             : space.name);
+    }
+    return titles;
+}
+
 }  // namespace
 
 ExportTable exportTable(const BillOfMaterials& bill, bool showPrices) {
     ExportTable table;
-    const bool perDrawing = bill.drawings.size() > 1;
+    const std::vector<std::wstring> quantities = quantityTitles(bill);
     table.columns.push_back({BomColumnTitles[kNameColumn], ExportKind::Text, kFieldWidth});
     if (showPrices)
         table.columns.push_back({BomColumnTitles[kPriceColumn], ExportKind::Money, kFieldWidth});
-    if (perDrawing) {
-        for (auto& title : drawingTitles(bill.drawings))
-            table.columns.push_back({std::move(title), ExportKind::Count, kFieldWidth});
-    }
+    for (const std::wstring& title : quantities)
+        table.columns.push_back({title, ExportKind::Count, kFieldWidth});
     table.columns.push_back({BomColumnTitles[kQuantityColumn], ExportKind::Count, kFieldWidth});
     table.columns.push_back(
         {BomColumnTitles[kDescriptionColumn], ExportKind::Text, kDescriptionWidth});
@@ -72,8 +83,9 @@ ExportTable exportTable(const BillOfMaterials& bill, bool showPrices) {
     for (const auto& line : bill.lines) {
         std::vector<std::wstring> row{line.cells[kNameColumn]};
         if (showPrices) row.push_back(line.cells[kPriceColumn]);
-        if (perDrawing) {
-            for (const auto quantity : line.quantities) row.push_back(std::to_wstring(quantity));
+        if (!quantities.empty()) {
+            for (const auto quantity : bill.spaces.empty() ? line.quantities : line.spaceQuantities)
+                row.push_back(std::to_wstring(quantity));
         }
         row.push_back(line.cells[kQuantityColumn]);
         row.push_back(line.cells[kDescriptionColumn]);

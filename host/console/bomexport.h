@@ -1,6 +1,7 @@
 // The bill of materials as the exports lay it out: the report's columns (price and total only
 // while prices are shown), one quantity column a drawing before the total quantity when there
-// are several, the rows as shown, and the summary row with the sum of the shown totals.
+// are several (one a space when layouts were counted), the rows as shown, and the summary row
+// with the sum of the shown totals.
 #pragma once
 
 #include <cstddef>

@@ -26,7 +26,8 @@ namespace {
 const std::vector<OptionSpec> kOptions{
     {"--prices", OptionSpec::Value::Required},   {"--list-encoding", OptionSpec::Value::Required},
     {"--json", OptionSpec::Value::None},         {"--nested", OptionSpec::Value::None},
-    {"--record-names", OptionSpec::Value::None}, {"--recover", OptionSpec::Value::None}};
+    {"--record-names", OptionSpec::Value::None}, {"--arrays-as-one", OptionSpec::Value::None},
+    {"--layouts", OptionSpec::Value::None},      {"--recover", OptionSpec::Value::None}};
 
 struct Finding {
     const char* kind;
@@ -94,6 +95,43 @@ public:
                  block.references,
                  {},
                  {}});
+        }
+    }
+
+    // Blocks of the list that model space does not use, used in layouts: the count leaves them out.
+    void pricedOnlyInLayouts(const DrawingTally& model, const std::vector<SpaceTally>& spaces,
+                             const std::vector<PriceListLine>& lines) {
+        std::set<std::wstring> counted;
+        for (const auto& block : model.blocks) counted.insert(keyOf(block.name));
+        std::vector<std::pair<std::wstring, std::int64_t>> inLayouts;  // first met first
+        for (std::size_t space = 1; space < spaces.size(); ++space) {
+            for (const auto& block : spaces[space].tally.blocks) {
+                const auto it = std::find_if(
+                    inLayouts.begin(), inLayouts.end(),
+                    [&](const auto& b) { return keyOf(b.first) == keyOf(block.name); });
+                if (it == inLayouts.end())
+                    inLayouts.emplace_back(block.name, block.references);
+                else
+                    it->second += block.references;
+            }
+        }
+        std::set<std::wstring> told;
+        for (const auto& line : lines) {
+            if (line.kind != PriceListLineKind::Row) continue;
+            const std::wstring key = keyOf(line.row.name);
+            if (counted.contains(key) || !told.insert(key).second) continue;
+            for (const auto& [name, count] : inLayouts) {
+                if (keyOf(name) != key) continue;
+                add({"only_in_layouts",
+                     m_drawing,
+                     {},
+                     name,
+                     quoted(name) + " is used only in layouts (" + references(count) +
+                         "), which the count leaves out; --layouts counts them",
+                     count,
+                     {},
+                     {}});
+            }
         }
     }
 
@@ -334,21 +372,27 @@ int runCheckCommand(const std::vector<std::string>& arguments) {
     TallyOptions options;
     options.nested = args.has("--nested");
     options.recordNames = args.has("--record-names");
-    auto tally = tallyDrawing(session->document(), drawing, options);
-    if (!tally.isOk()) {
-        std::fprintf(stderr, "%s\n", tally.errorString().c_str());
+    options.arraysAsOne = args.has("--arrays-as-one");
+    // Layouts are counted apart either way: to count them, or to tell what the count leaves out.
+    auto spaces = tallySpaces(session->document(), drawing, options);
+    if (!spaces.isOk()) {
+        std::fprintf(stderr, "%s\n", spaces.errorString().c_str());
         return kExitFailure;
     }
+    const bool layouts = args.has("--layouts");
+    const DrawingTally tally =
+        layouts ? mergeTallies(spaces.value()) : std::move(spaces.value().front().tally);
 
     Checker checker(drawing, prices);
-    checker.unpricedBlocks(tally.value(), lines);
+    checker.unpricedBlocks(tally, lines);
+    if (!layouts) checker.pricedOnlyInLayouts(tally, spaces.value(), lines);
     checker.pricesWithoutBlock(lines);
     checker.namesListedTwice(lines);
     checker.pricesThatAreNoNumbers(lines);
-    checker.moneyThatOverflows(tally.value(), lines);
+    checker.moneyThatOverflows(tally, lines);
     checker.listEncoding(*list);
     checker.skippedLines(lines);
-    checker.unlinkedVariants(tally.value());
+    checker.unlinkedVariants(tally);
     if (args.has("--json")) {
         printJson(drawing, prices, checker.findings());
     } else {

@@ -63,12 +63,22 @@ void countOne(CountedDrawing& drawing, std::size_t index, const BatchOptions& op
     }
     std::unique_ptr<DxfDocument> document = read.takeValue();
     drawing.repairs = document->repairs();
-    auto tally = tallyDrawing(*document, drawing.path, options.tally);
-    if (!tally.isOk()) {
-        drawing.error = tally.errorString();
-        return;
+    if (options.layouts) {
+        auto spaces = tallySpaces(*document, drawing.path, options.tally);
+        if (!spaces.isOk()) {
+            drawing.error = spaces.errorString();
+            return;
+        }
+        drawing.spaces = spaces.takeValue();
+        drawing.tally = mergeTallies(drawing.spaces);
+    } else {
+        auto tally = tallyDrawing(*document, drawing.path, options.tally);
+        if (!tally.isOk()) {
+            drawing.error = tally.errorString();
+            return;
+        }
+        drawing.tally = tally.takeValue();
     }
-    drawing.tally = tally.takeValue();
     if (options.keepDocuments) drawing.document = std::move(document);
 }
 

@@ -11,7 +11,8 @@
 
 struct CountedDrawing {
     std::string path;
-    DrawingTally tally;
+    DrawingTally tally;                     // every space counted, together
+    std::vector<SpaceTally> spaces;         // with layouts counted: model space, then each layout
     std::unique_ptr<DxfDocument> document;  // kept only when asked for
     std::string error;                      // why the drawing could not be read or counted
     std::vector<std::string> repairs;       // what a recovering read mended
@@ -23,6 +24,7 @@ struct BatchOptions {
     bool keepDocuments = false;  // for drawings that are written to afterwards
     bool showProgress = true;    // a progress line on a terminal
     DxfReading reading = DxfReading::Strict;
+    bool layouts = false;  // count the paper-space layouts' references too, space by space
 };
 
 // One entry per path, in the order given; every drawing is tried, whatever the others give. The

@@ -27,10 +27,10 @@ struct SpaceFigures {
 SpaceFigures figuresOf(const DxfDocument& document, DxfSpace space, std::size_t entities) {
     SpaceFigures figures{entities, 0, {}};
     std::map<std::wstring, std::wstring> shown;  // folded name -> lower-cased name
-    for (const auto& [nameBytes, references] : document.referenceCountsByName(space)) {
-        const auto count = static_cast<std::size_t>(references);
+    for (const DxfNameCount& name : document.referenceCountsByName(space)) {
+        const auto count = static_cast<std::size_t>(name.references);
         figures.references += count;
-        const std::wstring lower = MakeLower(document.decodeText(nameBytes));
+        const std::wstring lower = MakeLower(document.decodeText(name.nameBytes));
         const auto [entry, isNew] = shown.try_emplace(FoldCase(lower), lower);
         figures.byName[entry->second] += count;
     }

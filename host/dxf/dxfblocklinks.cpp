@@ -1,10 +1,9 @@
 // What block definitions say about other blocks: the dynamic block an anonymous variant was made
 // from, and the references nested in a definition.
-#include "host/dxf/dxfdocument.h"
-
 #include <cctype>
 #include <unordered_map>
 
+#include "host/dxf/dxfdocument.h"
 #include "host/dxf/dxfviews.h"
 
 namespace {
@@ -54,9 +53,8 @@ std::vector<DxfDynamicBlockLink> DxfDocument::dynamicBlockLinks() const {
             const auto handle = linkedHandle(m_tags, m_records.tags(record));
             if (!handle) continue;
             const auto target = recordByHandle.find(*handle);
-            links.push_back({idOf(record), target == recordByHandle.end()
-                                               ? AcDbObjectId()
-                                               : idOf(target->second)});
+            links.push_back({idOf(record), target == recordByHandle.end() ? AcDbObjectId()
+                                                                          : idOf(target->second)});
         }
     } catch (const std::exception&) {
         links.clear();
@@ -74,7 +72,8 @@ std::vector<DxfReference> DxfDocument::referencesInBlock(AcDbObjectId record) co
             if (m_records.kind(r) != DxfRecordKind::Insert) continue;
             const DxfInsertView view = readInsert(m_tags, m_records.tags(r));
             references.push_back(DxfReference{idOf(r), internedText(view.name),
-                                              internedText(view.layer), view.position});
+                                              internedText(view.layer), view.position,
+                                              instancesOf(r)});
         }
     } catch (const std::exception&) {
         references.clear();

@@ -240,7 +240,7 @@ void DxfDocument::forEachInsert(DxfSpace space,
     for (const std::uint32_t record : space == DxfSpace::Model ? m_modelInserts : m_paperInserts)
         visit(record);
     if (space != DxfSpace::PaperLayouts) return;
-    for (const auto& [begin, end] : otherPaperLayouts()) {
+    for (const auto& [block, begin, end] : otherPaperLayouts()) {
         for (std::uint32_t r = begin + 1; r < end; ++r) {
             if (m_records.kind(r) == DxfRecordKind::Insert) visit(r);
         }
@@ -253,7 +253,8 @@ std::vector<DxfReference> DxfDocument::blockReferences(DxfSpace space) const {
         forEachInsert(space, [&](std::uint32_t record) {
             const DxfInsertView view = readInsert(m_tags, m_records.tags(record));
             references.push_back(DxfReference{idOf(record), internedText(view.name),
-                                              internedText(view.layer), view.position});
+                                              internedText(view.layer), view.position,
+                                              instancesOf(record)});
         });
     } catch (const std::exception&) {
         references.clear();
@@ -266,16 +267,51 @@ void DxfDocument::forEachReference(
     forEachInsert(space, [&](std::uint32_t record) { visit(idOf(record), nameBytes(record)); });
 }
 
-std::vector<DxfNameCount> DxfDocument::referenceCountsByName(DxfSpace space) const {
+template <typename ForEachInsert>
+std::vector<DxfNameCount> DxfDocument::countByName(ForEachInsert&& forEachInsert) const {
     std::vector<DxfNameCount> counts;
     std::unordered_map<std::string_view, std::size_t> slots;
-    forEachInsert(space, [&](std::uint32_t record) {
+    // Most drawings hold no array: then no reference is looked up.
+    const bool anyArrays = !m_tags.arrays().empty();
+    forEachInsert([&](std::uint32_t record) {
         const std::string_view name = nameBytes(record);
         const auto [slot, isNew] = slots.try_emplace(name, counts.size());
-        if (isNew) counts.push_back(DxfNameCount{name, 0});
-        ++counts[slot->second].references;
+        if (isNew) counts.push_back(DxfNameCount{name, 0, 0, 0});
+        DxfNameCount& count = counts[slot->second];
+        const std::int64_t instances = anyArrays ? instancesOf(record) : 1;
+        ++count.references;
+        count.instances += instances;
+        count.arrays += instances > 1 ? 1 : 0;
     });
     return counts;
+}
+
+std::vector<DxfNameCount> DxfDocument::referenceCountsByName(DxfSpace space) const {
+    return countByName([&](const auto& visit) { forEachInsert(space, visit); });
+}
+
+std::vector<DxfNameCount> DxfDocument::layoutReferenceCountsByName(std::size_t layout) const {
+    return countByName([&](const auto& visit) { forEachLayoutInsert(layout, visit); });
+}
+
+void DxfDocument::forEachLayoutReference(
+    std::size_t layout, const std::function<void(AcDbObjectId, std::string_view)>& visit) const {
+    forEachLayoutInsert(layout,
+                        [&](std::uint32_t record) { visit(idOf(record), nameBytes(record)); });
+}
+
+std::int64_t DxfDocument::instancesOf(std::uint32_t record) const {
+    const auto& arrays = m_tags.arrays();
+    const auto it = std::lower_bound(
+        arrays.begin(), arrays.end(), record,
+        [](const DxfRecordIndex::Array& array, std::uint32_t r) { return array.record < r; });
+    if (it == arrays.end() || it->record != record || !m_records.isOriginal(record)) return 1;
+    return std::int64_t{it->columns} * it->rows;
+}
+
+std::int64_t DxfDocument::referenceInstances(AcDbObjectId reference) const {
+    const auto record = recordOf(reference);
+    return record ? instancesOf(*record) : 1;
 }
 
 std::wstring_view DxfDocument::referenceLayer(AcDbObjectId reference) const {

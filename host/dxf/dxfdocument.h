@@ -53,12 +53,15 @@ struct DxfReference {
     std::wstring_view blockName;
     std::wstring_view layer;
     AcGePoint3d position;
+    std::int64_t instances = 1;  // columns x rows of an array (MINSERT); 1 for a plain reference
 };
 
 // How many references of a space name one block, by the name's bytes as the file holds them.
 struct DxfNameCount {
     std::string_view nameBytes;
     std::int64_t references = 0;
+    std::int64_t instances = 0;  // the references with each array's columns x rows
+    std::int64_t arrays = 0;     // references that are arrays
 };
 
 // A block record made from a dynamic block (an anonymous "*U" variant) and the dynamic block's own
@@ -109,6 +112,16 @@ public:
     // The references of a space counted by their names' bytes, first met first: what a count of
     // the whole space needs, each name to be decoded once.
     std::vector<DxfNameCount> referenceCountsByName(DxfSpace space) const;
+    // The paper-space layouts one by one: the active one first (its entities lie in the ENTITIES
+    // section), then the others in block order, named as their LAYOUT objects name them, or by
+    // their blocks' names where none does.
+    std::vector<std::wstring> layoutNames() const;
+    // As forEachReference and referenceCountsByName, for one layout of layoutNames().
+    void forEachLayoutReference(
+        std::size_t layout, const std::function<void(AcDbObjectId, std::string_view)>& visit) const;
+    std::vector<DxfNameCount> layoutReferenceCountsByName(std::size_t layout) const;
+    // Columns x rows of a reference that is an array (MINSERT); 1 for any other.
+    std::int64_t referenceInstances(AcDbObjectId reference) const;
     // One reference's layer and insertion point, for selecting it.
     std::wstring_view referenceLayer(AcDbObjectId reference) const;
     AcGePoint3d referencePosition(AcDbObjectId reference) const;
@@ -204,8 +217,18 @@ private:
     void indexDrawing();
     void indexBlockTable();
     void indexInserts();
-    // Records between a block's BLOCK and ENDBLK of the other paper-space layouts.
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> otherPaperLayouts() const;
+    // The blocks of the other paper-space layouts, with the records between BLOCK and ENDBLK.
+    struct LayoutBlock {
+        std::size_t block;
+        std::uint32_t begin;
+        std::uint32_t end;
+    };
+    std::vector<LayoutBlock> otherPaperLayouts() const;
+    // The INSERT records of one paper-space layout (0 the active one) in file order.
+    void forEachLayoutInsert(std::size_t layout,
+                             const std::function<void(std::uint32_t)>& visit) const;
+    template <typename ForEachInsert>
+    std::vector<DxfNameCount> countByName(ForEachInsert&& forEachInsert) const;
     // The INSERT records of a space in file order.
     void forEachInsert(DxfSpace space, const std::function<void(std::uint32_t)>& visit) const;
 
@@ -215,6 +238,8 @@ private:
     std::optional<std::uint32_t> recordOf(AcDbObjectId id) const;
     std::optional<std::size_t> blockIndex(AcDbObjectId id) const;
     std::optional<std::uint64_t> handleOf(std::uint32_t record) const;
+    // Columns x rows of an INSERT record that is an array, else 1.
+    std::int64_t instancesOf(std::uint32_t record) const;
     // Whether an entity's code 67 puts it in paper space.
     bool isInPaperSpace(std::uint32_t record) const;
     // The bytes of the record's name (its first code 2), empty when it has none.

@@ -59,7 +59,7 @@ std::vector<AcDbObjectId> DxfDocument::entityIds(DxfSpace space) const {
             });
         }
         if (space == DxfSpace::PaperLayouts) {
-            for (const auto& [begin, end] : otherPaperLayouts()) {
+            for (const auto& [block, begin, end] : otherPaperLayouts()) {
                 inWritingOrder(m_records, begin + 1, end,
                                [&](std::uint32_t r) { ids.push_back(idOf(r)); });
             }

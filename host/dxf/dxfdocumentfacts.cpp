@@ -1,17 +1,17 @@
 // The facts a drawing's summary reports: header values and the entities of each space.
-#include "host/dxf/dxfdocument.h"
-
 #include <algorithm>
 
+#include "host/dxf/dxfdocument.h"
 #include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfviews.h"
 
-std::vector<std::pair<std::uint32_t, std::uint32_t>> DxfDocument::otherPaperLayouts() const {
-    std::vector<std::pair<std::uint32_t, std::uint32_t>> layouts;
-    for (const BlockInfo& info : m_blockInfo) {
+std::vector<DxfDocument::LayoutBlock> DxfDocument::otherPaperLayouts() const {
+    std::vector<LayoutBlock> layouts;
+    for (std::size_t block = 0; block < m_blockInfo.size(); ++block) {
+        const BlockInfo& info = m_blockInfo[block];
         if (info.layout != Layout::OtherPaper || !info.definition) continue;
         const DxfBlockDefinition& definition = m_structure.blocks()[*info.definition];
-        layouts.emplace_back(definition.begin, definition.end);
+        layouts.push_back({block, definition.begin, definition.end});
     }
     return layouts;
 }
@@ -30,7 +30,7 @@ DxfFacts DxfDocument::facts() const {
             if (!isPart(r)) ++(isInPaperSpace(r) ? facts.paperEntities : facts.modelEntities);
         }
     }
-    for (const auto& [begin, end] : otherPaperLayouts()) {
+    for (const auto& [block, begin, end] : otherPaperLayouts()) {
         for (std::uint32_t r = begin + 1; r < end; ++r) {
             if (!isPart(r)) ++facts.paperEntities;
         }

@@ -6,16 +6,30 @@
 
 #include "host/dxf/dxfnumber.h"
 
-bool DxfRecordIndex::isPaperSpaceFlag(std::string_view value) const {
-    if (!m_binary) return parseDxfInteger(value).value_or(0) == 1;
-    std::int16_t flag = 0;
-    if (value.size() != sizeof flag) return false;
-    std::memcpy(&flag, value.data(), sizeof flag);
-    return flag == 1;
+std::int64_t DxfRecordIndex::integerOf(std::string_view value) const {
+    if (!m_binary) return parseDxfInteger(value).value_or(0);
+    std::int16_t number = 0;
+    if (value.size() != sizeof number) return 0;
+    std::memcpy(&number, value.data(), sizeof number);
+    return number;
 }
 
-bool DxfRecordIndex::note(std::uint32_t index, int code, std::size_t start,
-                          std::size_t valueStart, std::string_view value) {
+bool DxfRecordIndex::isPaperSpaceFlag(std::string_view value) const {
+    return integerOf(value) == 1;
+}
+
+void DxfRecordIndex::noteArray(int code, std::string_view value) {
+    if (m_kinds.empty() || m_kinds.back() != DxfRecordKind::Insert || m_inExtendedData) return;
+    const std::int64_t count = integerOf(value);
+    if (count <= 1) return;
+    const auto record = static_cast<std::uint32_t>(m_starts.size() - 1);
+    if (m_arrays.empty() || m_arrays.back().record != record) m_arrays.push_back({record, 1, 1});
+    const auto clamped = static_cast<std::int32_t>(std::min<std::int64_t>(count, INT32_MAX));
+    (code == 70 ? m_arrays.back().columns : m_arrays.back().rows) = clamped;
+}
+
+bool DxfRecordIndex::note(std::uint32_t index, int code, std::size_t start, std::size_t valueStart,
+                          std::string_view value) {
     if (code == 0 || index == 0) {
         m_starts.push_back(index);
         m_offsets.push_back(static_cast<std::uint32_t>(start));
@@ -44,6 +58,10 @@ bool DxfRecordIndex::note(std::uint32_t index, int code, std::size_t start,
                                           static_cast<std::uint32_t>(value.size())};
             }
             return true;
+        case 70:
+        case 71:
+            noteArray(code, value);
+            return true;
         case 67:
             if (!m_spaceSeen && !m_inExtendedData) {
                 m_spaceSeen = true;
@@ -71,7 +89,12 @@ void DxfRecordIndex::append(DxfRecordIndex&& later) {
     m_offsets.insert(m_offsets.end(), later.m_offsets.begin(), later.m_offsets.end());
     m_kinds.insert(m_kinds.end(), later.m_kinds.begin(), later.m_kinds.end());
     m_names.insert(m_names.end(), later.m_names.begin(), later.m_names.end());
-    for (const std::uint32_t record : later.m_paperSpace) m_paperSpace.push_back(record + recordShift);
+    for (const std::uint32_t record : later.m_paperSpace)
+        m_paperSpace.push_back(record + recordShift);
+    for (Array array : later.m_arrays) {
+        array.record += recordShift;
+        m_arrays.push_back(array);
+    }
     m_highestHandle = std::max(m_highestHandle, later.m_highestHandle);
     m_tagCount += later.m_tagCount;
     m_reachedEof = later.m_reachedEof;

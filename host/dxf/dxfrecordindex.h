@@ -24,6 +24,8 @@ public:
             case 2:
             case 5:
             case 67:
+            case 70:
+            case 71:
             case 100:
             case 105:
             case 1001:
@@ -56,10 +58,20 @@ public:
     };
     const NameSpan& name(std::uint32_t record) const { return m_names[record]; }
     const std::vector<std::uint32_t>& paperSpaceRecords() const { return m_paperSpace; }
+    // The references that are arrays (an INSERT with more than one column or row), in record
+    // order: few drawings have any.
+    struct Array {
+        std::uint32_t record = 0;
+        std::int32_t columns = 1;  // code 70
+        std::int32_t rows = 1;     // code 71
+    };
+    const std::vector<Array>& arrays() const { return m_arrays; }
     std::uint64_t highestHandle() const { return m_highestHandle; }
 
 private:
     bool isPaperSpaceFlag(std::string_view value) const;
+    std::int64_t integerOf(std::string_view value) const;
+    void noteArray(int code, std::string_view value);
 
     bool m_binary;
     std::uint32_t m_tagCount = 0;
@@ -69,6 +81,7 @@ private:
     std::vector<DxfRecordKind> m_kinds;
     std::vector<NameSpan> m_names;
     std::vector<std::uint32_t> m_paperSpace;
+    std::vector<Array> m_arrays;
     std::uint64_t m_highestHandle = 0;
     // Within the record the scan is in. An object's own handle (code 5, in DIMSTYLE entries 105)
     // comes before its first subclass marker; later codes 5 are data of that object, such as a

@@ -77,6 +77,8 @@ public:
     const std::vector<std::uint32_t>& paperSpaceRecords() const {
         return m_index.paperSpaceRecords();
     }
+    // The references that are arrays, with their columns and rows, in record order.
+    const std::vector<DxfRecordIndex::Array>& arrays() const { return m_index.arrays(); }
     // The highest handle an object of the file names as its own; 0 when none does.
     std::uint64_t highestHandle() const { return m_index.highestHandle(); }
     bool reachedEof() const { return m_index.reachedEof(); }
