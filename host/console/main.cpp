@@ -56,6 +56,7 @@ constexpr const char* kUsage =
     "                              the drawing's block names with their reference counts;\n"
     "                              with LIST, the names that have no price yet\n"
     "  info DRAWING [--json]       version, encoding, handle seed, entity counts, references\n"
+    "  --version                   print the program's version and exit\n"
     "\n"
     "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage,\n"
     "3 check found something.\n";
