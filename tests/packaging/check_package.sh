@@ -54,7 +54,7 @@ update-mime-database "$usr/share/mime" 2> /dev/null
 grep -qx '60:application/x-tarnwick-price-list:\*.prc' "$usr/share/mime/globs2" ||
   fail "*.prc is not a price list"
 
-# Completion offers the commands, and each command's options are the ones its help gives.
+# Completion offers the commands and the options the help gives, each option after its commands.
 source "$usr/share/bash-completion/completions/tarnwick"
 complete_words() {
   COMP_WORDS=("$@")
@@ -64,6 +64,9 @@ complete_words() {
 }
 [ "$(complete_words tarnwick b)" = "bom blocks" ] || fail "completion of commands"
 help=$("$usr/bin/tarnwick" --help)
+commands=$(complete_words tarnwick "" | tr ' ' '\n' | grep -v '^-' | sort | tr '\n' ' ')
+[ "$commands" = "$(grep -oE '^  [a-z]+ ' <<< "$help" | sort | tr -d ' ' | tr '\n' ' ')" ] ||
+  fail "completion offers the commands $commands"
 offered=""
 for command in $(complete_words tarnwick ""); do
   [[ $command == -* ]] && continue
