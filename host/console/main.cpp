@@ -62,6 +62,7 @@ constexpr const char* kUsage =
     "                              model space (and in layouts, where they hold any); with\n"
     "                              LIST, the names that have no price yet\n"
     "  info DRAWING [--json]       version, encoding, handle seed, entity counts, references\n"
+    "  --version                   print the program's version and exit\n"
     "\n"
     "Every command that reads a drawing takes --recover: a drawing whose sections, tables or\n"
     "blocks do not nest as they must (a stray \"0 ENDSEC\", records outside any section, a\n"

@@ -103,6 +103,8 @@ ModuleRecord::ModuleRecord(std::filesystem::path path) : m_path(std::move(path))
 
 ModuleRecord::~ModuleRecord() = default;
 
+bool ModuleRecord::contains(const void* address) const { return inImage(m_image, address); }
+
 ModuleLoader::ModuleLoader(WarningHandler warnings) : m_warnings(std::move(warnings)) {}
 
 ModuleLoader::~ModuleLoader() {
@@ -191,7 +193,7 @@ void ModuleLoader::removeLeftovers(const ModuleRecord& record) {
     if (AcEdCommandStack* stack = commandStack()) {
         std::set<std::wstring> groups;
         for (const auto& command : stack->commands()) {
-            if (inImage(record.m_image, reinterpret_cast<const void*>(command.function)))
+            if (record.contains(reinterpret_cast<const void*>(command.function)))
                 groups.insert(command.group);
         }
         for (const std::wstring& group : groups) {
@@ -202,7 +204,7 @@ void ModuleLoader::removeLeftovers(const ModuleRecord& record) {
     }
     const auto reactors = acDocManagerPtr()->reactors();
     for (AcApDocManagerReactor* reactor : reactors) {
-        if (!inImage(record.m_image, reactor)) continue;
+        if (!record.contains(reactor)) continue;
         acDocManagerPtr()->removeReactor(reactor);
         warn(record.name() + ": left a document reactor behind; it is removed");
     }

@@ -38,6 +38,8 @@ public:
     // The id it is told at initialisation and unload; unique among the loaded modules.
     void* appId() const { return const_cast<ModuleRecord*>(this); }
     unsigned apiVersion() const { return m_apiVersion; }
+    // Whether the address lies in the module's code or data: whose a registered command is.
+    bool contains(const void* address) const;
 
 private:
     friend class ModuleLoader;

@@ -505,7 +505,9 @@ int DesktopEditor::getFileD(const std::wstring& title, const std::wstring& defau
     const QString qDefault = QString::fromStdWString(defaultName);
     const QString qExtension = QString::fromStdWString(extension);
     QString chosen;
-    const int status = m_fileDialog && !asksOnCommandLine()
+    // A file name typed ahead (a menu's recent drawing, say) answers without the dialog.
+    const bool lineAhead = !m_typeAhead.empty() && m_typeAhead.front().kind == Input::Kind::Line;
+    const int status = m_fileDialog && !asksOnCommandLine() && !lineAhead
                            ? m_fileDialog(qTitle, qDefault, qExtension, flags, chosen)
                            : fileOnCommandLine(qDefault, qExtension, flags, chosen);
     if (status == RTNORM) path = chosen.toStdWString();

@@ -81,7 +81,15 @@ void DesktopShell::submitLine(const QString& line) {
         m_editor.submitLine(line);
         return;
     }
-    m_typed.push_back(line);
+    m_typed.push_back({line, {}});
+    scheduleNext();
+}
+
+void DesktopShell::runMacro(const QStringList& lines) {
+    if (lines.isEmpty()) return;
+    m_typed.clear();
+    if (m_busy || m_editor.isPrompting()) m_editor.cancelAll();
+    m_typed.push_back({lines.front(), lines.mid(1)});
     scheduleNext();
 }
 
@@ -104,9 +112,11 @@ void DesktopShell::processNext() {
     m_scheduled = false;
     if (m_busy || m_quitting) return;
     std::optional<QString> line;
+    QStringList answers;
     bool fromScript = false;
     if (!m_typed.empty()) {
-        line = m_typed.front();
+        line = m_typed.front().line;
+        answers = m_typed.front().answers;
         m_typed.pop_front();
     } else if ((line = m_editor.takeScriptLine())) {
         fromScript = true;
@@ -119,11 +129,17 @@ void DesktopShell::processNext() {
     m_editor.cancelAll(false);
     m_busy = true;
     m_editor.setCommandActive(true);
+    // Queued as typed ahead: the command's first prompts take them.
+    for (const QString& answer : answers) m_editor.submitLine(answer);
     runLine(*line, fromScript);
     m_editor.setCommandActive(false);
     m_busy = false;
     m_editor.cancelAll(false);
-    for (const QString& ahead : m_editor.takeTypeAhead()) m_typed.push_back(ahead);
+    const QStringList ahead = m_editor.takeTypeAhead();
+    // A menu's answers that no prompt took were meant for this command only.
+    if (answers.isEmpty()) {
+        for (const QString& typed : ahead) m_typed.push_back({typed, {}});
+    }
     emit drawingChanged();
     if (m_quitting) return;
     showCommandPrompt();
@@ -186,7 +202,7 @@ bool DesktopShell::isTransparent(const QString& typed) {
 void DesktopShell::runTransparent(const QString& line) {
     if (!m_editor.isPrompting()) {
         // The prompt ended meanwhile: the line is a command of its own.
-        m_typed.push_back(line);
+        m_typed.push_back({line, {}});
         scheduleNext();
         return;
     }
@@ -244,6 +260,7 @@ int DesktopShell::saveDrawing() {
         report(QString::fromStdString(status.errorString()));
         return RTERROR;
     }
+    reportSaved();
     emit drawingChanged();
     return RTNORM;
 }
@@ -262,8 +279,21 @@ int DesktopShell::saveDrawingAs() {
         report(QString::fromStdString(status.errorString()));
         return RTERROR;
     }
+    reportSaved();
     emit drawingChanged();
     return RTNORM;
+}
+
+void DesktopShell::reportSaved() {
+    const DxfDocument& document = m_drawing.document();
+    const QFileInfo file(QString::fromStdString(document.path().string()));
+    QString format = document.isBinary() ? QStringLiteral("binary DXF") : QStringLiteral("DXF");
+    if (!document.version().empty())
+        format += QLatin1Char(' ') + QString::fromLatin1(document.version().data(),
+                                                         qsizetype(document.version().size()));
+    report(QStringLiteral("Saved %1 (%2, %3 bytes).")
+               .arg(file.absoluteFilePath(), format)
+               .arg(file.size()));
 }
 
 bool DesktopShell::confirmDiscard() {
@@ -295,6 +325,7 @@ bool DesktopShell::loadModule(const QString& path) {
     const ModuleStatus status = m_modules.load(path.toStdString());
     report(status.isOk() ? QStringLiteral("%1 successfully loaded.").arg(QFileInfo(path).fileName())
                          : QString::fromStdString(status.errorString()));
+    if (status.isOk()) emit modulesChanged();
     return status.isOk();
 }
 
@@ -302,6 +333,7 @@ bool DesktopShell::unloadModule(const QString& name) {
     const ModuleStatus status = m_modules.unload(name.toStdString());
     report(status.isOk() ? QStringLiteral("%1 successfully unloaded.").arg(name)
                          : QString::fromStdString(status.errorString()));
+    if (status.isOk()) emit modulesChanged();
     return status.isOk();
 }
 

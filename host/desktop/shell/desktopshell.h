@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <deque>
 #include <optional>
 
@@ -42,6 +43,9 @@ public:
     bool isTransparent(const QString& name);
     // Nothing runs, nothing is queued: the command prompt waits.
     bool isIdle() const;
+    // A menu's command, as a CAD menu's macro runs: what runs is cancelled first; then the first
+    // line runs as if typed, and the others answer its prompts in turn.
+    void runMacro(const QStringList& lines);
 
     // What OPEN, APPLOAD, ARX and SCRIPT do once they have their file; each prints its outcome.
     bool openDrawing(const QString& path);
@@ -65,9 +69,17 @@ signals:
     void commandEnded(const QString& name, int status);
     // The drawing was opened, replaced, saved or changed.
     void drawingChanged();
+    // A module was loaded or unloaded.
+    void modulesChanged();
     void quitRequested();
 
 private:
+    // A line for the command prompt, and the answers a menu gave for its prompts.
+    struct TypedLine {
+        QString line;
+        QStringList answers;
+    };
+
     void scheduleNext();
     void processNext();
     void runLine(const QString& line, bool fromScript);
@@ -76,6 +88,8 @@ private:
     void showCommandPrompt();
     // A message of the shell's own on a line of its own.
     void report(const QString& message);
+    // What a save wrote: the file, its format and its size.
+    void reportSaved();
 
     CommandLine& m_commandLine;
     DrawingSurface& m_surface;
@@ -84,7 +98,7 @@ private:
     // Last, so that modules are unloaded while the editor and the drawing are still there.
     ModuleLoader m_modules;
     QWidget* m_dialogParent = nullptr;
-    std::deque<QString> m_typed;
+    std::deque<TypedLine> m_typed;
     QString m_lastCommand;
     bool m_busy = false;
     bool m_scheduled = false;

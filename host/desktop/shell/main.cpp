@@ -1,6 +1,7 @@
-// `tarnwick-cad`: the desktop CAD host. Opens a drawing, loads Tarnwick.arx from beside itself as
-// a CAD program loads a registered module, and runs a start-up script when given one.
+// `tarnwick-cad`: the desktop CAD host. Opens a drawing, loads the bundled Tarnwick.arx as a CAD
+// program loads a registered module, and runs a start-up script when given one.
 #include <QApplication>
+#include <QStandardPaths>
 #include <QTimer>
 #include <clocale>
 #include <cstdio>
@@ -11,6 +12,7 @@
 
 #include "host/api/acrxregistry.h"
 #include "host/desktop/modules/moduleloader.h"
+#include "host/desktop/modules/modulelocation.h"
 #include "host/desktop/session/commandlisting.h"
 #include "host/desktop/shell/desktopshell.h"
 #include "host/desktop/shell/mainwindow.h"
@@ -20,13 +22,14 @@ namespace {
 constexpr const char* kUsage =
     "Usage: tarnwick-cad [DRAWING.dxf] [-b SCRIPT.scr] [--commands]\n"
     "\n"
-    "The desktop CAD host: a drawing view with a command line, running the module Tarnwick.arx\n"
-    "that lies beside it (commands RZBOMT and RZBOMC).\n"
+    "The desktop CAD host: a drawing view with a command line and menus, running the module\n"
+    "Tarnwick.arx that comes with it (commands RZBOMT and RZBOMC).\n"
     "\n"
     "  DRAWING.dxf     the drawing to open (a new one without)\n"
     "  -b SCRIPT.scr   feed the script's lines to the command line, one at a time\n"
     "  --commands      print the registered commands (group, global name, local name,\n"
-    "                  flags) and exit without a window\n";
+    "                  flags) and exit without a window\n"
+    "  --version       print the version and exit\n";
 
 constexpr int kExitOk = 0;
 constexpr int kExitFailure = 1;
@@ -37,6 +40,7 @@ struct Options {
     std::optional<std::string> script;
     bool listCommands = false;
     bool help = false;
+    bool version = false;
 };
 
 // The options, or the usage error.
@@ -46,6 +50,8 @@ std::optional<Options> parse(const std::vector<std::string>& args, std::string& 
         const std::string& arg = args[i];
         if (arg == "--help" || arg == "-h") {
             options.help = true;
+        } else if (arg == "--version") {
+            options.version = true;
         } else if (arg == "--commands") {
             options.listCommands = true;
         } else if (arg == "-b") {
@@ -67,16 +73,17 @@ std::optional<Options> parse(const std::vector<std::string>& args, std::string& 
     return options;
 }
 
-std::filesystem::path moduleBesideExecutable() {
-    std::error_code error;
-    const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe", error);
-    return executable.parent_path() / "Tarnwick.arx";
+// In the folder where the module's settings go when they cannot lie beside the module.
+std::filesystem::path recentDrawingsFile() {
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    if (config.isEmpty()) return {};
+    return std::filesystem::path(config.toStdString()) / "tarnwick" / "tarnwick-cad.recent";
 }
 
 int listRegisteredCommands() {
     ModuleLoader loader(
         [](const std::string& warning) { std::fprintf(stderr, "%s\n", warning.c_str()); });
-    const ModuleStatus status = loader.load(moduleBesideExecutable());
+    const ModuleStatus status = loader.load(bundledModuleFile());
     if (!status.isOk()) std::fprintf(stderr, "tarnwick-cad: %s\n", status.errorString().c_str());
     const auto* stack = AcRxCast<AcEdCommandStack>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
     std::fputs(listCommands(*stack).c_str(), stdout);
@@ -97,13 +104,17 @@ int main(int argc, char** argv) {
         std::fputs(kUsage, stdout);
         return kExitOk;
     }
+    if (options->version) {
+        std::printf("tarnwick-cad %s\n", TARNWICK_VERSION);
+        return kExitOk;
+    }
     if (options->listCommands) return listRegisteredCommands();
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Tarnwick CAD"));
-    MainWindow window;
+    MainWindow window(recentDrawingsFile());
     DesktopShell& shell = window.shell();
-    shell.loadModule(QString::fromStdString(moduleBesideExecutable().string()));
+    shell.loadModule(QString::fromStdString(bundledModuleFile().string()));
     if (options->drawing) shell.openDrawing(QString::fromStdString(*options->drawing));
     window.show();
     if (options->script) {

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QLabel>
+#include <QMenuBar>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTimer>
@@ -13,6 +14,7 @@
 #include "host/desktop/services/qtwindowservices.h"
 #include "host/desktop/shell/commandline.h"
 #include "host/desktop/shell/desktopshell.h"
+#include "host/desktop/shell/mainmenus.h"
 #include "host/desktop/shell/viewsurface.h"
 #include "host/desktop/view/drawingview.h"
 
@@ -24,12 +26,13 @@ QString coordinates(double x, double y) {
 
 }  // namespace
 
-MainWindow::MainWindow(QWidget* parent)
+MainWindow::MainWindow(const std::filesystem::path& recentDrawingsFile, QWidget* parent)
     : QMainWindow(parent),
       m_view(new DrawingView),
       m_surface(std::make_unique<ViewSurface>(*m_view)),
       m_commandLine(new CommandLine),
-      m_cursorPosition(new QLabel) {
+      m_cursorPosition(new QLabel),
+      m_recentDrawings(recentDrawingsFile) {
     auto* splitter = new QSplitter(Qt::Vertical, this);
     splitter->addWidget(m_view);
     splitter->addWidget(m_commandLine);
@@ -51,6 +54,8 @@ MainWindow::MainWindow(QWidget* parent)
     m_shell = std::make_unique<DesktopShell>(*m_commandLine, *m_surface);
     m_shell->setDialogParent(this);
     DesktopShell& shell = *m_shell;
+    // The menus act on the shell; the widgets under the menu bar may change around them.
+    m_menus = new MainMenus(*menuBar(), shell, m_recentDrawings, this);
     shell.editor().setFileDialog([this](const QString& title, const QString& defaultName,
                                         const QString& extension, int flags, QString& path) {
         std::wstring chosen;

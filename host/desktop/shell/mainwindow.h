@@ -1,13 +1,18 @@
-// The desktop host's main window: the drawing view over the command line, and a status line with
-// the cursor's position in drawing units.
+// The desktop host's main window: the menus, the drawing view over the command line, and a status
+// line with the cursor's position in drawing units. The title names the drawing and marks unsaved
+// changes.
 #pragma once
 
 #include <QMainWindow>
+#include <filesystem>
 #include <memory>
+
+#include "host/desktop/session/recentdrawings.h"
 
 class CommandLine;
 class DesktopShell;
 class DrawingView;
+class MainMenus;
 class QLabel;
 class QtWindowServices;
 class ViewSurface;
@@ -15,7 +20,9 @@ class ViewSurface;
 class MainWindow final : public QMainWindow {
     Q_OBJECT
 public:
-    explicit MainWindow(QWidget* parent = nullptr);
+    // The recent drawings are kept in the file given, or only while the window lives.
+    explicit MainWindow(const std::filesystem::path& recentDrawingsFile = {},
+                        QWidget* parent = nullptr);
     ~MainWindow() override;
 
     DesktopShell& shell() { return *m_shell; }
@@ -23,6 +30,7 @@ public:
     DrawingView& view() { return *m_view; }
     ViewSurface& surface() { return *m_surface; }
     QLabel& cursorPosition() { return *m_cursorPosition; }
+    MainMenus& menus() { return *m_menus; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -38,5 +46,7 @@ private:
     std::unique_ptr<QtWindowServices> m_windowServices;
     // Destroyed before the widgets it prints to: modules are unloaded while they still exist.
     std::unique_ptr<DesktopShell> m_shell;
+    RecentDrawings m_recentDrawings;
+    MainMenus* m_menus = nullptr;
     bool m_closeConfirmed = false;
 };

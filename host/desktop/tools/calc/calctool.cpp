@@ -19,6 +19,20 @@
 
 namespace {
 
+constexpr const char* kCalcToolHelp =
+    "\n"
+    "Runs the calculation command (RZBOMC) over a DXF drawing: the price list, the dialog with\n"
+    "the bill of materials, and the table placed in the drawing at a corner typed on the\n"
+    "console. Every block reference of model space is counted. The drawing with the table is\n"
+    "written beside PLAN with \"-bom\" before its extension; nothing is written when no table\n"
+    "was drawn.\n"
+    "\n"
+    "  --prices LIST.prc   the price list (without it, a file dialog asks for one)\n"
+    "  -o OUT.dxf          write the drawing with the table to OUT\n"
+    "  --version           print the version and exit\n"
+    "\n"
+    "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
+
 struct CalcRequest {
     std::string drawing;
     std::optional<std::string> prices;
@@ -53,18 +67,13 @@ std::optional<CalcRequest> readRequest(const std::vector<std::string>& arguments
                                        int& status) {
     status = kCalcToolUsageError;
     auto usage = [&io](const std::string& what) {
-        io.report("tarnwick-calc: " + what + " (" + kCalcToolUsage + ")");
+        io.report("tarnwick-calc: " + what + " (usage: " + kCalcToolSynopsis + ")");
         return std::nullopt;
     };
     CalcRequest request;
     std::optional<std::string> output;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& argument = arguments[i];
-        if (argument == "--help" || argument == "-h") {
-            io.write(std::string(kCalcToolUsage) + "\n");
-            status = kCalcToolOk;
-            return std::nullopt;
-        }
         if (argument == "--prices" || argument == "-o") {
             if (i + 1 == arguments.size()) return usage(argument + " needs a file name");
             (argument == "-o" ? output : request.prices) = arguments[++i];
@@ -97,6 +106,15 @@ private:
 };
 
 }  // namespace
+
+std::optional<std::string> calcToolNotice(const std::vector<std::string>& arguments) {
+    for (const std::string& argument : arguments) {
+        if (argument == "--help" || argument == "-h")
+            return std::string("Usage: ") + kCalcToolSynopsis + "\n" + kCalcToolHelp;
+        if (argument == "--version") return std::string("tarnwick-calc ") + TARNWICK_VERSION + "\n";
+    }
+    return std::nullopt;
+}
 
 int runCalcTool(const std::vector<std::string>& arguments, CalcToolIo& io,
                 const std::wstring& moduleFile) {

@@ -3,13 +3,18 @@
 // unless -o names it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 struct CalcToolIo;
 
-inline constexpr const char* kCalcToolUsage =
-    "usage: tarnwick-calc PLAN.dxf [--prices LIST.prc] [-o OUT.dxf]";
+inline constexpr const char* kCalcToolSynopsis =
+    "tarnwick-calc PLAN.dxf [--prices LIST.prc] [-o OUT.dxf]";
+
+// What --help or --version print, when asked for: the program answers them before it needs a
+// display.
+std::optional<std::string> calcToolNotice(const std::vector<std::string>& arguments);
 
 // Exit statuses.
 inline constexpr int kCalcToolOk = 0;

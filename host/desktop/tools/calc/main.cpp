@@ -10,22 +10,17 @@
 #include <string>
 #include <vector>
 
+#include "host/desktop/modules/modulelocation.h"
 #include "host/desktop/services/qthostdialogs.h"
 #include "host/desktop/services/qtwindowservices.h"
 #include "host/desktop/tools/calc/calceditor.h"
 #include "host/desktop/tools/calc/calctool.h"
 
-namespace {
-
-// The settings lie where the module's lie when tarnwick-cad loads it: beside Tarnwick.arx, in the
-// folder the programs are built into (in ~/.config/tarnwick/ when that folder is not writable).
-std::wstring moduleFileBesideProgram() {
-    return (QCoreApplication::applicationDirPath() + QStringLiteral("/Tarnwick.arx")).toStdWString();
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
+    if (const auto notice = calcToolNotice(std::vector<std::string>(argv + 1, argv + argc))) {
+        std::fputs(notice->c_str(), stdout);
+        return kCalcToolOk;
+    }
     QApplication application(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("Tarnwick"));
     std::setlocale(LC_ALL, "");
@@ -52,5 +47,7 @@ int main(int argc, char** argv) {
 
     // QApplication has taken its own options (-platform ...) out of argv.
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    return runCalcTool(arguments, io, moduleFileBesideProgram());
+    // The settings lie where the module's lie when tarnwick-cad loads it: beside Tarnwick.arx (in
+    // ~/.config/tarnwick/ when that folder is not writable).
+    return runCalcTool(arguments, io, bundledModuleFile().wstring());
 }

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "host/api/acdbdatabase.h"
+#include "host/desktop/modules/modulelocation.h"
 #include "host/desktop/services/qtwindowservices.h"
 #include "host/desktop/tools/prices/dialogeditor.h"
 #include "host/dxf/dxfdocument.h"
@@ -17,11 +18,14 @@
 namespace {
 
 constexpr const char* kUsage =
-    "usage: tarnwick-prices [LIST.prc] [--drawing PLAN.dxf]\n"
+    "Usage: tarnwick-prices [LIST.prc] [--drawing PLAN.dxf]\n"
     "\n"
     "Edits a price list in the editor of the command RZBOMT. The drop list of a new row offers the\n"
     "drawing's blocks that the list does not price yet; without a drawing it is empty. LIST is\n"
-    "opened as \"Open\" would open it.\n";
+    "opened as \"Open\" would open it.\n"
+    "\n"
+    "  --drawing PLAN.dxf   offer the drawing's block names in the drop list\n"
+    "  --version            print the version and exit\n";
 
 struct Options {
     std::string list;
@@ -33,7 +37,8 @@ int usageError(const std::string& message) {
     return 2;
 }
 
-// The options, or the exit status when the program should stop: 0 after --help, 2 for bad usage.
+// The options, or the exit status when the program should stop: 0 after --help or --version, 2 for
+// bad usage.
 // Read before Qt starts, so that a mistake is told without a display.
 std::optional<Options> parseArguments(int argc, char** argv, int& status) {
     Options options;
@@ -41,6 +46,11 @@ std::optional<Options> parseArguments(int argc, char** argv, int& status) {
         const std::string argument = argv[i];
         if (argument == "--help" || argument == "-h") {
             std::fputs(kUsage, stdout);
+            status = 0;
+            return std::nullopt;
+        }
+        if (argument == "--version") {
+            std::printf("tarnwick-prices %s\n", TARNWICK_VERSION);
             status = 0;
             return std::nullopt;
         }
@@ -67,9 +77,9 @@ std::optional<Options> parseArguments(int argc, char** argv, int& status) {
 
 // Runs the dialog as the command would, with the list opened first when one was given.
 void runEditor(const Options& options, const DxfDocument* drawing) {
-    // The settings lie where the module's lie when tarnwick-cad loads it: beside Tarnwick.arx, in
-    // the folder the programs are built into (in ~/.config/tarnwick/ when it is not writable).
-    modulePath = (QApplication::applicationDirPath() + QStringLiteral("/Tarnwick.arx")).toStdWString();
+    // The settings lie where the module's lie when tarnwick-cad loads it: beside Tarnwick.arx (in
+    // ~/.config/tarnwick/ when that folder is not writable).
+    modulePath = bundledModuleFile().wstring();
     QtWindowServices windowServices;
     DialogEditor editor(drawing);
     BlockPriceDialog dialog;

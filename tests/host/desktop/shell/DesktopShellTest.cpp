@@ -1,6 +1,7 @@
-// The shell: commands typed at the command line, modules' commands, transparent commands, scripts,
-// drawings opened, saved and quit, and UNDO of the last insert. (The rubber band: the end-to-end
-// tests, with the module's own placement.)
+// The shell: commands typed at the command line and run from the menus, modules' commands and
+// their menus, transparent commands, scripts, drawings opened, saved and quit, the recent drawings,
+// and UNDO of the last insert. (The rubber band: the end-to-end tests, with the module's own
+// placement.)
 #include <gtest/gtest.h>
 
 #include <QSignalSpy>
@@ -132,10 +133,12 @@ TEST_F(DesktopShellTest, ZoomTakesAWindowClickedWithTheMouseAFactorAndTheExtents
     EXPECT_TRUE(rectangleShown);
     EXPECT_FALSE(m_window->surface().selectionRectangleShown());
     const SceneRect shown = view.viewTransform().visibleWorld();
-    EXPECT_LE(shown.minX, a.x);
-    EXPECT_LE(shown.minY, a.y);
-    EXPECT_GE(shown.maxX, b.x);
-    EXPECT_GE(shown.maxY, b.y);
+    // The window fills the view along one axis exactly, up to rounding.
+    const double rounding = view.unitsPerPixel() * 1e-6;
+    EXPECT_LE(shown.minX, a.x + rounding);
+    EXPECT_LE(shown.minY, a.y + rounding);
+    EXPECT_GE(shown.maxX, b.x - rounding);
+    EXPECT_GE(shown.maxY, b.y - rounding);
     EXPECT_NEAR(shown.center().x, (a.x + b.x) / 2, view.unitsPerPixel());
     EXPECT_NEAR(shown.center().y, (a.y + b.y) / 2, view.unitsPerPixel());
     const double windowUnits = view.unitsPerPixel();
@@ -211,6 +214,63 @@ TEST_F(DesktopShellTest, SaveAsOverAFileThatIsNoDrawingAlertsAndWritesNothing) {
                           " is not a drawing: it is not written over")});
     EXPECT_EQ(m_folder.read("prices.prc"), "Door|450|Interior door\n");
     EXPECT_EQ(shell().drawing().drawingName(), L"Drawing1.dxf");
+}
+
+TEST_F(DesktopShellTest, MenusRunTheirCommandsAsTypedAndOfferTheRecentDrawings) {
+    MainMenus& menus = m_window->menus();
+    const auto choose = [this](QMenu& menu, const QString& item) {
+        QAction* action = menuItem(menu, item);
+        EXPECT_NE(action, nullptr) << item.toStdString();
+        return action != nullptr && runUntilIdle(*m_window, [action] { action->trigger(); });
+    };
+    // A module's menu lists its commands by global name, and goes when the module goes.
+    ASSERT_TRUE(shell().loadModule(path(kTestModules / "good.arx")));
+    ASSERT_EQ(menus.moduleMenus().size(), 1u);
+    QMenu& good = *menus.moduleMenus().front();
+    EXPECT_EQ(good.title(), QStringLiteral("good"));
+    EXPECT_EQ(menuItemTexts(good).first(), QStringLiteral("Hello_Global\tHELLO"));
+    ASSERT_TRUE(choose(good, QStringLiteral("Hello_Global")));
+    EXPECT_TRUE(
+        history().contains(QStringLiteral("Command: _Hello_Global\nHello from GOOD_GROUP")));
+    ASSERT_TRUE(shell().unloadModule(QStringLiteral("good")));
+    EXPECT_TRUE(menus.moduleMenus().empty());
+
+    openFloorPlan();
+    ASSERT_TRUE(choose(menus.viewMenu(), QStringLiteral("Zoom &Extents")));
+    EXPECT_TRUE(history().endsWith(
+        QStringLiteral("Command: _ZOOM\nSpecify corner of window, enter a scale factor (nX), or "
+                       "[Extents/Window]: E\nCommand: ")))
+        << history().toStdString();
+
+    // The title marks unsaved work until it is saved; the save says what it wrote.
+    m_driver->type(QStringLiteral("DOOR")).type(QStringLiteral("3,3")).type({}).type({}).type({});
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("INSERT")));
+    EXPECT_TRUE(m_window->isWindowModified());
+    const std::string saved = m_folder.path("saved.dxf");
+    m_driver->type(QString::fromStdString(saved));
+    ASSERT_TRUE(choose(menus.fileMenu(), QStringLiteral("Save &As...")));
+    EXPECT_FALSE(m_window->isWindowModified());
+    EXPECT_EQ(m_window->windowTitle(), QStringLiteral("saved.dxf[*] - Tarnwick CAD"));
+    EXPECT_TRUE(history().contains(QStringLiteral("Saved %1 (DXF AC1015, %2 bytes).")
+                                       .arg(QString::fromStdString(saved))
+                                       .arg(std::filesystem::file_size(saved))))
+        << history().toStdString();
+
+    // A recent drawing opens without the file dialog, as OPEN does with the name typed.
+    EXPECT_EQ(menuItemTexts(menus.recentMenu()),
+              (QStringList{QStringLiteral("&1 saved.dxf"), QStringLiteral("&2 floorplan.dxf")}));
+    shell().editor().setVar(L"FILEDIA", resbuf::shortValue(1));
+    bool dialogShown = false;
+    shell().editor().setFileDialog(
+        [&dialogShown](const QString&, const QString&, const QString&, int, QString&) {
+            dialogShown = true;
+            return RTERROR;
+        });
+    ASSERT_TRUE(choose(menus.fileMenu(), QStringLiteral("&New")));
+    ASSERT_TRUE(choose(menus.recentMenu(), QStringLiteral("&2 floorplan.dxf")));
+    EXPECT_FALSE(dialogShown);
+    EXPECT_EQ(shell().drawing().drawingName(), L"floorplan.dxf");
+    EXPECT_EQ(menuItemTexts(menus.recentMenu()).first(), QStringLiteral("&1 floorplan.dxf"));
 }
 
 TEST_F(DesktopShellTest, QuitAsksAboutUnsavedWorkAndClosesTheWindow) {

@@ -1,6 +1,7 @@
-// Both commands of Tarnwick.arx run in the desktop host from the first key to the saved file, with
-// real key and mouse events only: the host's file dialog, the selection window, the module's
-// dialogs, the corner and the rubber band; ezdxf then reads what was saved.
+// Both commands of Tarnwick.arx run in the desktop host from the first click or key to the saved
+// file, with real key and mouse events only: the module's menu, the host's file dialog, the
+// selection window, the module's dialogs, the corner and the rubber band; ezdxf then reads what was
+// saved.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -8,7 +9,9 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
@@ -119,12 +122,30 @@ void setVariable(const wchar_t* name, short value) {
     ASSERT_EQ(acedSetVar(name, &buffer), RTNORM);
 }
 
-// Screenshots for the README when TARNWICK_SCREENSHOTS names a folder.
-void screenshot(MainWindow& window, const char* name) {
+// Screenshots for the README when TARNWICK_SCREENSHOTS names a folder: the window's own pixels, or
+// the screen where it lies, open menus included.
+void screenshot(MainWindow& window, const char* name, bool withPopups = false) {
     const QString folder = qEnvironmentVariable("TARNWICK_SCREENSHOTS");
     if (folder.isEmpty()) return;
-    QApplication::processEvents();
-    window.grab().save(folder + QLatin1Char('/') + QLatin1String(name));
+    QTest::qWait(200);
+    const QRect frame = window.frameGeometry();
+    const QPixmap pixels = withPopups ? window.screen()->grabWindow(0, frame.x(), frame.y(),
+                                                                    frame.width(), frame.height())
+                                      : window.grab();
+    pixels.save(folder + QLatin1Char('/') + QLatin1String(name));
+}
+
+// The module's menu opened with a click on its title in the menu bar, and the item clicked.
+void clickMenuItem(MainWindow& window, QMenu& menu, const QString& item,
+                   const char* screenshotName) {
+    QMenuBar* bar = window.menuBar();
+    QTest::mouseClick(bar, Qt::LeftButton, {}, bar->actionGeometry(menu.menuAction()).center());
+    ASSERT_TRUE(QTest::qWaitFor([&menu] { return menu.isVisible(); }));
+    QAction* action = menuItem(menu, item);
+    ASSERT_NE(action, nullptr) << item.toStdString();
+    QTest::mouseMove(&menu, menu.actionGeometry(action).center());
+    screenshot(window, screenshotName, true);
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
 }
 
 class EndToEndTest : public ::testing::Test {
@@ -204,13 +225,21 @@ TEST_F(EndToEndTest, CalculationSelectsByWindowAndPlacesTheTableWhereTheRubberBa
             screenshot(*m_window, "desktop-rubber-band.png");
             clickAt(*m_window, dragged);
         });
-    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("RZBOMC")));
+    ASSERT_EQ(m_window->menus().moduleMenus().size(), 1u);
+    QMenu& tarnwick = *m_window->menus().moduleMenus().front();
+    EXPECT_EQ(tarnwick.title(), QStringLiteral("Tarnwick"));
+    EXPECT_EQ(menuItemTexts(tarnwick), (QStringList{QStringLiteral("BlockPrice_Global\tRZBOMT"),
+                                                    QStringLiteral("CalcPrice_Global\tRZBOMC")}));
+    ASSERT_TRUE(runUntilIdle(*m_window, [&] {
+        clickMenuItem(*m_window, tarnwick, QStringLiteral("CalcPrice_Global"), "desktop-menu.png");
+    }));
     EXPECT_TRUE(fileDialog.fired());
     ASSERT_TRUE(billDialog && billDialog->fired());
     EXPECT_TRUE(windowShown);
     EXPECT_TRUE(history().contains(QStringLiteral(
-        "Command: RZBOMC\nSelect objects: \nSpecify opposite corner: \n45 found\nSelect objects: \n"
-        "Upper left corner of table: \nLower right corner (or RETURN): \nCommand: ")))
+        "Command: _CalcPrice_Global\nSelect objects: \nSpecify opposite corner: \n45 found\n"
+        "Select objects: \nUpper left corner of table: \nLower right corner (or RETURN): \n"
+        "Command: ")))
         << history().toStdString();
 
     // The rubber band last showed the frame from the corner to the cursor's X, always downward.
@@ -253,6 +282,8 @@ TEST_F(EndToEndTest, CalculationSelectsByWindowAndPlacesTheTableWhereTheRubberBa
 
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
     EXPECT_FALSE(shell().drawing().isModified());
+    EXPECT_TRUE(history().contains(
+        QStringLiteral("Saved %1 (DXF AC1015, ").arg(QString::fromStdString(drawing))));
     const ProcessResult check = runPython(
         kTableChecker, {drawing, kFloorPlan.string(), kPrices.string(), exact(corner.x), exact(corner.y),
                         exact(dragged.x - corner.x),

@@ -42,6 +42,19 @@ void clickAt(MainWindow& window, const AcGePoint3d& drawingPoint) {
     QTest::mouseClick(&window.view(), Qt::LeftButton, {}, widgetPoint(window, drawingPoint));
 }
 
+QAction* menuItem(QMenu& menu, const QString& text) {
+    for (QAction* action : menu.actions()) {
+        if (action->text().section(QLatin1Char('\t'), 0, 0) == text) return action;
+    }
+    return nullptr;
+}
+
+QStringList menuItemTexts(QMenu& menu) {
+    QStringList texts;
+    for (const QAction* action : menu.actions()) texts.append(action->text());
+    return texts;
+}
+
 PromptDriver::PromptDriver(MainWindow& window) : m_window(window) {
     // Queued: the step runs from inside the prompt's own event loop, as a user's input would.
     connect(&window.shell().editor(), &DesktopEditor::inputRequested, this, &PromptDriver::next,

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QAction>
+#include <QMenu>
 #include <QObject>
 #include <QPointF>
 #include <QString>
@@ -14,6 +16,7 @@
 
 #include "host/desktop/shell/commandline.h"
 #include "host/desktop/shell/desktopshell.h"
+#include "host/desktop/shell/mainmenus.h"
 #include "host/desktop/shell/mainwindow.h"
 #include "host/desktop/shell/viewsurface.h"
 #include "host/desktop/view/drawingview.h"
@@ -34,6 +37,11 @@ void pressEscape(MainWindow& window);
 void pressKey(MainWindow& window, Qt::Key key);
 void moveMouse(MainWindow& window, const AcGePoint3d& drawingPoint);
 void clickAt(MainWindow& window, const AcGePoint3d& drawingPoint);
+
+// A menu's item by its text without the local name that follows a tab; null when it has none.
+QAction* menuItem(QMenu& menu, const QString& text);
+// Its items' texts, local names included.
+QStringList menuItemTexts(QMenu& menu);
 
 // Plays one step each time the editor starts to wait for the user.
 class PromptDriver final : public QObject {

@@ -49,7 +49,7 @@ TEST(PricesTool, ADrawingThatCannotBeReadIsToldInOneLine) {
 TEST(PricesTool, HelpAndBadUsageTellTheUsage) {
     const ProcessResult help = RunTool({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_TRUE(help.out.starts_with("usage: tarnwick-prices [LIST.prc] [--drawing PLAN.dxf]\n"));
+    EXPECT_TRUE(help.out.starts_with("Usage: tarnwick-prices [LIST.prc] [--drawing PLAN.dxf]\n"));
     const struct {
         std::vector<std::string> arguments;
         std::string firstLine;
@@ -62,7 +62,7 @@ TEST(PricesTool, HelpAndBadUsageTellTheUsage) {
     for (const auto& [arguments, firstLine] : cases) {
         const ProcessResult result = RunTool(arguments);
         EXPECT_EQ(result.exitCode, 2) << firstLine;
-        EXPECT_TRUE(result.err.starts_with(firstLine + "usage: tarnwick-prices")) << result.err;
+        EXPECT_TRUE(result.err.starts_with(firstLine + "Usage: tarnwick-prices")) << result.err;
     }
 }
 
