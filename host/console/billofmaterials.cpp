@@ -96,8 +96,8 @@ DxfResult<BillOfMaterials> countBillOfMaterials(BomCalculation& calculation,
         row.quantities.resize(drawings.size(), 0);
         row.spaceQuantities.resize(bill.spaces.size(), 0);
         bill.lines.push_back(BomLine{bill.shown.rows[k++], std::move(row.quantities),
-                                     std::move(row.spaceQuantities), std::move(row.variants),
-                                     row.unlinked, row.fromArrays});
+                                     std::move(row.variants), row.unlinked, row.fromArrays,
+                                     std::move(row.spaceQuantities)});
         totals.push_back(bill.lines.back().cells[kTotalColumn]);
     }
     bill.total = SumShownMoney(totals);

@@ -16,10 +16,10 @@
 struct BomLine {
     BomRow cells;                               // as the grid and the report show the row
     std::vector<std::int64_t> quantities;       // one a drawing, in the order given
-    std::vector<std::int64_t> spaceQuantities;  // one a space of the bill's spaces
     std::vector<std::wstring> variants;         // anonymous records counted under this row's name
     bool unlinked = false;                      // the row's name is a "*U" record without a link
     bool fromArrays = false;                    // arrays counted columns x rows make part of it
+    std::vector<std::int64_t> spaceQuantities;  // one a space of the bill's spaces
 };
 
 // A space whose references were counted apart: model space or a layout of one drawing.
