@@ -7,7 +7,6 @@
 #include <set>
 
 #include "bom/BomRows.h"
-#include "host/console/blocktally.h"
 #include "host/console/commandline.h"
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
@@ -15,6 +14,7 @@
 #include "host/console/messages.h"
 #include "host/console/moneyoverflow.h"
 #include "host/console/standardoutput.h"
+#include "host/dxf/dxfblocktally.h"
 #include "inventory/BlockNamesCont.h"
 #include "pricelist/PriceListFile.h"
 #include "text/CaseRules.h"

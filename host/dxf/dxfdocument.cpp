@@ -260,6 +260,11 @@ std::vector<DxfNameCount> DxfDocument::referenceCountsByName(DxfSpace space) con
     return counts;
 }
 
+std::wstring_view DxfDocument::referenceName(AcDbObjectId reference) const {
+    const auto record = recordOf(reference);
+    return record ? std::wstring_view(internedText(nameBytes(*record))) : std::wstring_view();
+}
+
 std::wstring_view DxfDocument::referenceLayer(AcDbObjectId reference) const {
     const auto record = recordOf(reference);
     if (!record) return {};

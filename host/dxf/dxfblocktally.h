@@ -1,5 +1,6 @@
-// The references of one drawing counted by block name, as the console counts them: the user's
-// selection of model space, a dynamic block's variants under the dynamic block's own name unless
+// The references of one drawing counted by block name, as the console counts them and the
+// drawing's database counts for its price tables: a selection of model space or references picked
+// by hand, a dynamic block's variants under the dynamic block's own name unless
 // record names are asked for, and on request the references nested in the counted blocks,
 // multiplied along the nesting.
 #pragma once
@@ -8,12 +9,15 @@
 #include <string>
 #include <vector>
 
-#include "host/console/selection.h"
 #include "host/dxf/dxfdocument.h"
 #include "host/dxf/dxfresult.h"
+#include "host/dxf/dxfselection.h"
 
 struct TallyOptions {
     SelectionFilter filter;
+    // References picked by hand, counted instead of the filter's; ids that are no reference of
+    // the drawing (any longer) are passed over.
+    std::optional<std::vector<AcDbObjectId>> picked;
     bool recordNames = false;  // count "*U" variants under their own record's name
     bool nested = false;       // count the references inside counted blocks too
 };

@@ -1,5 +1,5 @@
 // Counting one drawing's references by block name.
-#include "host/console/blocktally.h"
+#include "host/dxf/dxfblocktally.h"
 
 #include <algorithm>
 #include <unordered_map>
@@ -85,6 +85,7 @@ private:
     // names' bytes, and each name is looked up once: a million references name a few hundred
     // blocks.
     bool selectBlocks(std::vector<SelectedBlock>& selected) {
+        if (m_options.picked) return selectPicked(selected);
         std::vector<DxfNameCount> byName;
         const SelectionFilter& filter = m_options.filter;
         if (!filter.window && filter.layers.empty()) {
@@ -102,6 +103,23 @@ private:
             const AcDbObjectId record = recordOf(m_document.decodeText(name.nameBytes));
             if (record.isNull()) return false;
             selected.push_back(SelectedBlock{record, name.references});
+        }
+        return true;
+    }
+
+    bool selectPicked(std::vector<SelectedBlock>& selected) {
+        std::unordered_map<AcDbObjectId, std::size_t> slots;
+        for (const AcDbObjectId id : *m_options.picked) {
+            AcDbBlockReference reference;
+            if (m_document.openBlockReference(id, reference) != Acad::eOk) continue;
+            if (reference.blockTableRecord.isNull()) {
+                recordOf(m_document.referenceName(id));  // names the missing block
+                return false;
+            }
+            const auto [slot, isNew] =
+                slots.try_emplace(reference.blockTableRecord, selected.size());
+            if (isNew) selected.push_back(SelectedBlock{reference.blockTableRecord, 0});
+            ++selected[slot->second].references;
         }
         return true;
     }
