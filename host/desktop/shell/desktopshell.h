@@ -9,6 +9,7 @@
 #include <deque>
 #include <optional>
 
+#include "host/api/acrxregistry.h"
 #include "host/desktop/modules/moduleloader.h"
 #include "host/desktop/session/drawingsession.h"
 #include "host/desktop/shell/desktopeditor.h"
@@ -73,6 +74,7 @@ private:
     void runLine(const QString& line, bool fromScript);
     void runTransparent(const QString& line);
     int runVariable(const QString& name);
+    int runModuleCommand(const QString& name, AcRxFunctionPtr function);
     void showCommandPrompt();
     // A message of the shell's own on a line of its own.
     void report(const QString& message);
