@@ -1,6 +1,7 @@
 // Opening, replacing, saving and closing the desktop host's drawing.
 #include "host/desktop/session/drawingsession.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "files/fileidentity.h"
@@ -105,6 +106,11 @@ bool DrawingSession::endModuleCommand() {
     if (edits <= command.insertEdits) return false;
     m_undo.insert(m_undo.begin() + static_cast<std::ptrdiff_t>(command.firstStep),
                   UndoStep{command.name, std::move(command.before)});
+    // Each command's step holds a copy of the drawing's record lists: past the last few, the
+    // oldest goes, with everything before it.
+    const auto isCommand = [](const UndoStep& step) { return step.before != nullptr; };
+    if (std::count_if(m_undo.begin(), m_undo.end(), isCommand) > kCommandSteps)
+        m_undo.erase(m_undo.begin(), std::find_if(m_undo.begin(), m_undo.end(), isCommand) + 1);
     return true;
 }
 

@@ -42,7 +42,8 @@ public:
 
     // Undo. The host's INSERTs are taken back one at a time; what a module's command changed
     // besides them is one step of its own, under the INSERTs it ran. Commands run inside another
-    // belong to the outer one.
+    // belong to the outer one. The last kCommandSteps commands can be taken back.
+    static constexpr long kCommandSteps = 10;
     void beginModuleCommand(const std::wstring& name);
     // True when the command changed the drawing beyond its INSERTs: the view must read it again.
     bool endModuleCommand();
