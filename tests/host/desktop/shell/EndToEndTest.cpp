@@ -287,6 +287,12 @@ TEST_F(EndToEndTest, RefreshRedrawsATableAfterAnInsertAndUndoTakesItBackWhole) {
     screenshot(*m_window, "table-refresh.png");
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
     EXPECT_EQ(check(plan), "");
+    if (haveEzdxf()) {
+        const ProcessResult audit =
+            runPython(kSourceDir / "tests" / "host" / "console" / "table_drawing.py",
+                      {"audit", plan, "QTB0001"});
+        EXPECT_EQ(audit.out, "ok\n") << audit.err;
+    }
 
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("UNDO")));
     EXPECT_TRUE(history().endsWith(QStringLiteral("Command: UNDO\nRZBOMU undone.\nCommand: ")));
