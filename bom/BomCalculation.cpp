@@ -82,6 +82,8 @@ bool BomCalculation::CountSelection() {
     const AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
     std::int32_t length = 0;
     acedSSLength(selectionSet, &length);
+    m_counted.clear();
+    m_countedWholeSpace = acedSelectsWholeSpace();
     for (std::int32_t i = 0; i < length; ++i) {
         ads_name entity;
         AcDbObjectId id;
@@ -97,6 +99,20 @@ bool BomCalculation::CountSelection() {
             return false;
         }
         CountBlock(name, 1);
+        m_counted.push_back(id);
     }
     return true;
+}
+
+std::optional<TableSource> BomCalculation::CountedSource() const {
+    // Counted as the module counts: record names, an array once, a selected table as a block.
+    TableSource source;
+    source.recordNames = true;
+    source.arraysAsOne = true;
+    source.countsTables = true;
+    source.onlyPriced = m_listOnlyPricedBlocks;
+    const AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
+    if (m_countedWholeSpace || database == nullptr) return source;
+    if (!RecordPickedReferences(*database, m_counted, source)) return std::nullopt;
+    return source;
 }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "bom/ResultString.h"
+#include "bom/TableSource.h"
 #include "host/api/adscodes.h"
 #include "text/TextFile.h"
 
@@ -31,6 +32,10 @@ public:
     int CountBlock(const std::wstring& name, std::int32_t references);
 
     const std::vector<ResultString>& Results() const { return m_results; }
+    // What the last CountSelection counted, as a price table records it: the references picked,
+    // or the whole space when the host selects all of it; counted under their records' names.
+    // Null when more references were picked than a table records.
+    std::optional<TableSource> CountedSource() const;
     // How the price list was encoded, for files written from these rows.
     const TextFormat& PriceListFormat() const { return m_priceListFormat; }
 
@@ -41,6 +46,8 @@ private:
     void RebuildNameIndex();
 
     std::vector<ResultString> m_results;
+    std::vector<AcDbObjectId> m_counted;  // the references of the last selection, in its order
+    bool m_countedWholeSpace = false;
     std::unordered_map<std::wstring, std::size_t> m_nameIndex;  // by case-folded name
     TextFormat m_priceListFormat;
     bool m_listOnlyPricedBlocks = false;

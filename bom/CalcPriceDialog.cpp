@@ -11,6 +11,7 @@
 #include "bom/CalcPriceState.h"
 #include "bom/PriceTable.h"
 #include "bom/Report.h"
+#include "bom/TableSource.h"
 #include "host/api/acapwindow.h"
 #include "host/api/acededitor.h"
 #include "pricelist/FilesInUse.h"
@@ -142,8 +143,26 @@ void CalcPriceDialog::OnInsert() {
         return;
     }
     m_tableBlockName = blockName;
-    EndDialog(m_grid.DrawPriceTable(blockName.c_str(), kTableTextStyle, 1.0) == 1 ? IDOK
-                                                                                  : IDCANCEL);
+    if (m_grid.DrawPriceTable(blockName.c_str(), kTableTextStyle, 1.0) != 1) {
+        EndDialog(IDCANCEL);
+        return;
+    }
+    RecordSource();
+    EndDialog(IDOK);
+}
+
+void CalcPriceDialog::RecordSource() {
+    std::optional<TableSource> source = m_calculation.CountedSource();
+    if (!source) return;  // too many references picked to record
+    source->priceList = m_priceListLoaded ? lastCalcFileName : std::wstring();
+    source->showPrices = showPricesFlag != 0;
+    source->scale = 1.0;
+    source->onlyPriced = m_grid.ListOnlyPricedBlocks();
+    if (m_grid.IsSorted()) {
+        source->sortColumn = m_grid.SortedColumn();
+        source->sortAscending = m_grid.SortedAscending();
+    }
+    RecordTableSource(m_tableBlockName, *source, m_grid.ShownRows());
 }
 
 void CalcPriceDialog::OnSaveToFile() {

@@ -60,6 +60,8 @@ private:
     void OnInsert();
     void OnSaveToFile();
     void OnShowPrice();
+    // Keeps with the table drawn what it was counted from.
+    void RecordSource();
     void ShowFileName();
     void EndDialog(int result);
 

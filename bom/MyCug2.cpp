@@ -81,6 +81,7 @@ void MyCug2::OnTopHdgLeftClick(int col, long, int updn, const QRect&, const QPoi
         m_ascending = !m_ascending;
     }
     SortBy(col, m_ascending ? 1 : UG_SORT_DESCENDING);
+    m_sorted = true;
     QuickSetCellType(col, -1, m_sortArrowIndex);
     QuickSetCellTypeEx(col, -1, m_ascending ? UGCT_SORTARROWUP : UGCT_SORTARROWDOWN);
     // Also on a grid without rows, as the summary row is stored, not computed.
@@ -121,6 +122,7 @@ void MyCug2::RemoveAllRows() {
 
 void MyCug2::FillFromResults(const std::vector<ResultString>& results) {
     RemoveAllRows();
+    m_sorted = false;
     const DisplayedResults shown = ::FillFromResults(results, m_listOnlyPricedBlocks);
     m_summary = shown.summary;
     SetNumberRows(static_cast<long>(shown.rows.size()), 0);

@@ -49,6 +49,8 @@ public:
     bool ListOnlyPricedBlocks() const { return m_listOnlyPricedBlocks; }
     int SortedColumn() const { return m_sortCol; }
     bool SortedAscending() const { return m_ascending; }
+    // Whether a heading click has sorted the rows since they were filled.
+    bool IsSorted() const { return m_sorted; }
     // How the report is encoded: as the price list was.
     void SetReportFormat(const TextFormat& format) { m_reportFormat = format; }
 
@@ -66,6 +68,7 @@ private:
     int m_sortArrowIndex = -1;
     int m_sortCol = 0;
     bool m_ascending = true;
+    bool m_sorted = false;
     ResultString m_summary;  // appended again after every sort
     TextFormat m_reportFormat;
 };

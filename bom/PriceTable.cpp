@@ -14,10 +14,6 @@ namespace {
 constexpr int kHighestSerial = 9999;
 constexpr double kTextMargin = 1.0;  // drawing units, not scaled
 
-// Attribute tags of the heading row; data rows append their 1-based row number.
-constexpr const wchar_t* kColumnTags[kBomColumnCount] = {L"BLOCKNAME", L"PRICE", L"QUANTITY",
-                                                        L"DESCRIPTION", L"TOTAL"};
-
 bool IsPriceColumn(int column) { return column == kPriceColumn || column == kTotalColumn; }
 
 // Looks the block up and creates it when missing; 0 after the alert when the table fails otherwise.
@@ -81,15 +77,18 @@ int EnsureTableTextStyle() {
     return 0;
 }
 
+bool IsTableBlockName(const std::wstring& name) {
+    return name.size() == 7 && MakeUpper(name.substr(0, 3)) == L"QTB";
+}
+
 bool NextTableBlockName(std::wstring& name) {
     int highest = 0;
     if (const AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase()) {
         for (const AcDbObjectId id : database->blockTableRecordIds()) {
             std::wstring recordName;
             if (database->getBlockTableRecordName(id, recordName) != Acad::eOk) continue;
-            recordName = MakeUpper(std::move(recordName));
-            if (recordName.size() != 7 || recordName.compare(0, 3, L"QTB") != 0) continue;
-            highest = std::max(highest, WToI(std::wstring_view(recordName).substr(3)));
+            if (!IsTableBlockName(recordName)) continue;
+            highest = std::max(highest, WToI(std::wstring_view(MakeUpper(recordName)).substr(3)));
         }
     }
     const int next = highest + 1;
@@ -138,7 +137,7 @@ int DrawPriceTable(const std::vector<BomRow>& rows, bool showPrices, const wchar
     table.Rule(top);
     for (int k = 0; k < kBomColumnCount; ++k) {
         if (IsPriceColumn(k) && !showPrices) continue;
-        table.Text(y, BomColumnTitles[static_cast<std::size_t>(k)], kColumnTags[k], k, 1);
+        table.Text(y, BomColumnTitles[static_cast<std::size_t>(k)], kTableColumnTags[k], k, 1);
     }
     y -= s;
     table.Rule(y);
@@ -148,7 +147,7 @@ int DrawPriceTable(const std::vector<BomRow>& rows, bool showPrices, const wchar
         const BomRow& row = rows[i];
         if (row[kNameColumn] == kSummaryName && !showPrices) continue;
         const std::wstring number = std::to_wstring(i + 1);
-        auto tag = [&number](int column) { return kColumnTags[column] + number; };
+        auto tag = [&number](int column) { return kTableColumnTags[column] + number; };
         table.Text(y, row[kNameColumn], tag(kNameColumn), kNameColumn, 0);
         if (showPrices) table.Text(y, row[kPriceColumn], tag(kPriceColumn), kPriceColumn, 2);
         table.Text(y, row[kQuantityColumn], tag(kQuantityColumn), kQuantityColumn, 2);

@@ -13,8 +13,15 @@
 inline constexpr const wchar_t* kTableTextStyle = L"QTBTABLE";
 inline constexpr const wchar_t* kTableFontFile = L"simpheb.shx";
 
+// Attribute tags of the heading row; data rows append their 1-based row number.
+inline constexpr const wchar_t* kTableColumnTags[kBomColumnCount] = {
+    L"BLOCKNAME", L"PRICE", L"QUANTITY", L"DESCRIPTION", L"TOTAL"};
+
 // 1 when "QTBTABLE" exists already, 0 when it was created (or there is no drawing).
 int EnsureTableTextStyle();
+
+// Whether a block is named as the tables are: "QTB" and four characters, without regard to case.
+bool IsTableBlockName(const std::wstring& name);
 
 // The next free name "QTB%04i" after the highest QTB number of the block table. False, after the
 // alert "Too large number for name of table price", when it would pass 9999.

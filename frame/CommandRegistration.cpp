@@ -1,17 +1,20 @@
-// Registration of the module's two commands with the host's command stack.
+// Registration of the module's commands with the host's command stack.
 #include "frame/CommandRegistration.h"
 
 #include <iterator>
 
 #include "frame/BlockPriceCmd.h"
 #include "frame/CalcPriceCmd.h"
+#include "frame/RefreshTablesCmd.h"
 
 namespace {
 
-// The price-list editor is modal; the calculation is registered as transparent, on purpose.
+// The price-list editor is modal; the calculation is registered as transparent, on purpose. The
+// refresh changes the drawing's tables, so it waits for other commands to end.
 constexpr CommandTableRow kCommands[] = {
     {kCommandGroup, L"BlockPrice_Global", L"RZBOMT", ACRX_CMD_MODAL, BlockPriceCmd},
     {kCommandGroup, L"CalcPrice_Global", L"RZBOMC", ACRX_CMD_TRANSPARENT, CalcPriceCmd},
+    {kCommandGroup, L"RefreshTables_Global", L"RZBOMU", ACRX_CMD_MODAL, RefreshTablesCmd},
 };
 
 AcEdCommandStack* CommandStack() {

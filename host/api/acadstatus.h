@@ -5,6 +5,7 @@ namespace Acad {
 // Plain enum, as the host declares it, so that code reads `Acad::eOk`.
 enum ErrorStatus {
     eOk = 0,
+    eNotApplicable = 2,
     eNotImplemented = 3,
     eInvalidInput = 5,
     eNullObjectId = 17,

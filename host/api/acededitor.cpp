@@ -92,6 +92,11 @@ int acedSSFree(const ads_name& selectionSet) {
     return selectionSets().sets.erase(selectionSet.value[0]) == 1 ? RTNORM : RTERROR;
 }
 
+bool acedSelectsWholeSpace() {
+    const AcEdEditor* editor = acedEditor();
+    return editor != nullptr && editor->selectsWholeSpace();
+}
+
 int acedGetVar(const wchar_t* name, resbuf* result) {
     AcEdEditor* editor = acedEditor();
     if (editor == nullptr || name == nullptr || result == nullptr) return RTERROR;

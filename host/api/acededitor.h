@@ -30,6 +30,9 @@ public:
     virtual int grDraw(const ads_point& from, const ads_point& to, int color, int highlight) = 0;
     virtual int command(const std::vector<resbuf>& arguments) = 0;
     virtual void print(const std::wstring& text) = 0;
+    // Whether every selection is answered with all of the current space rather than by the user
+    // (tarnwick-calc): a table counted from it counts the whole space again when it is refreshed.
+    virtual bool selectsWholeSpace() const { return false; }
 };
 
 // Installs the editor that the functions below reach; returns the one it replaces.
@@ -45,6 +48,8 @@ ACHOST_EXPORT int acedSSGet(const wchar_t* mode, const void* point1, const void*
 ACHOST_EXPORT int acedSSLength(const ads_name& selectionSet, std::int32_t* length);
 ACHOST_EXPORT int acedSSName(const ads_name& selectionSet, std::int32_t index, ads_name& entity);
 ACHOST_EXPORT int acedSSFree(const ads_name& selectionSet);
+// Whether the installed editor answers selections with the whole current space.
+ACHOST_EXPORT bool acedSelectsWholeSpace();
 ACHOST_EXPORT int acedGetVar(const wchar_t* name, resbuf* result);
 ACHOST_EXPORT int acedSetVar(const wchar_t* name, const resbuf* value);
 ACHOST_EXPORT int acedInitGet(int flags, const wchar_t* keywords);

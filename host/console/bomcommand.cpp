@@ -11,6 +11,7 @@
 #include "bom/PriceTable.h"
 #include "bom/Report.h"
 #include "bom/ShownMoney.h"
+#include "bom/TableSource.h"
 #include "frame/TablePlacement.h"
 #include "host/console/billofmaterials.h"
 #include "host/console/bomexport.h"
@@ -23,6 +24,7 @@
 #include "host/console/messages.h"
 #include "host/console/moneyoverflow.h"
 #include "host/console/outputguard.h"
+#include "host/console/pricetables.h"
 #include "host/console/standardoutput.h"
 #include "host/console/xlsxexport.h"
 #include "pricelist/PriceListFile.h"
@@ -69,13 +71,6 @@ struct BomRequest {
     bool layouts = false;
 };
 
-// The drawing's name with "-bom" before its extension, in the drawing's folder.
-std::string defaultOutput(const std::string& drawing) {
-    const std::filesystem::path path(drawing);
-    return (path.parent_path() / (path.stem().string() + "-bom" + path.extension().string()))
-        .string();
-}
-
 // The table's options; a usage message when they do not make sense.
 std::optional<std::string> readTableOptions(const ParsedArguments& args, BomRequest& request) {
     if (const auto corner = args.value("--table-at")) {
@@ -90,7 +85,7 @@ std::optional<std::string> readTableOptions(const ParsedArguments& args, BomRequ
         if (!s || (*s)[0] <= 0.0) return "--scale wants a number above 0, not \"" + *scale + "\"";
         request.scale = (*s)[0];
     }
-    request.output = args.value("-o").value_or(defaultOutput(request.drawings.front()));
+    request.output = args.value("-o").value_or(proposedDrawingOutput(request.drawings.front()));
     if (args.has("-o") && !request.tableCorner) return "-o goes with --table-at";
     return std::nullopt;
 }
@@ -195,7 +190,7 @@ void writeJsonRow(JsonWriter& json, const BomLine& line) {
     json.endObject();
 }
 
-void printJson(const BillOfMaterials& bill) {
+void printJson(const BillOfMaterials& bill, const std::vector<DrawingTables>& tables) {
     JsonWriter json;
     json.beginObject();
     json.key("drawings");
@@ -221,6 +216,7 @@ void printJson(const BillOfMaterials& bill) {
     json.endArray();
     json.key("total");
     moneyValue(json, bill.total);
+    writeTablesJson(json, tables, &bill.shown.rows);
     json.endObject();
     writeStandardOutput(json.text());
 }
@@ -268,6 +264,25 @@ void printNotes(const CountedDrawing& drawing) {
                      drawing.path.c_str(), EncodeText(cycle, TextFormat{}).c_str());
 }
 
+// What the table is counted from, for it to be counted again.
+TableSource tableSource(const BomRequest& request) {
+    TableSource source;
+    source.priceList = WidePath(request.prices);
+    const SelectionFilter& filter = request.tally.filter;
+    source.selection = filter.window || !filter.layers.empty() ? TableSelection::Filtered
+                                                               : TableSelection::ModelSpace;
+    source.window = filter.window;
+    source.layers = filter.layers;
+    source.showPrices = request.showPrices;
+    source.scale = 1.0;
+    source.nested = request.tally.nested;
+    source.recordNames = request.tally.recordNames;
+    source.arraysAsOne = request.tally.arraysAsOne;
+    source.layouts = request.layouts;
+    source.onlyPriced = request.onlyPriced;
+    return source;
+}
+
 // Draws the table block into the drawing, inserts it at the corner and saves the drawing.
 int drawTable(DrawingSession& session, const BomRequest& request, const DisplayedResults& shown) {
     EnsureTableTextStyle();
@@ -277,6 +292,8 @@ int drawTable(DrawingSession& session, const BomRequest& request, const Displaye
     if (!DrawPriceTable(shown.rows, request.showPrices, blockName.c_str(), kTableTextStyle, 1.0,
                         extent))
         return kExitFailure;
+    if (!RecordTableSource(blockName, tableSource(request), shown.rows))
+        return fail(session.path(), "the table's source could not be recorded");
     if (InsertTableBlock(blockName.c_str(), *request.tableCorner, request.scale) != RTNORM)
         return fail(session.path(), "the table block could not be inserted");
     const DxfStatus saved = session.document().saveAs(request.output);
@@ -363,8 +380,9 @@ int runBomCommand(const std::vector<std::string>& arguments) {
         if (const std::string reason = unreadableReason(drawing); !reason.empty())
             return fail(drawing, reason);
     }
-    BatchOptions batch{request->tally, request->jobs,    request->tableCorner.has_value(),
-                       true,           request->reading, request->layouts};
+    BatchOptions batch{
+        request->tally, request->jobs,    request->tableCorner.has_value() || request->json,
+        true,           request->reading, request->layouts};
     std::vector<CountedDrawing> drawings = countDrawings(request->drawings, batch);
     bool failed = false;
     for (const auto& drawing : drawings) {
@@ -385,6 +403,12 @@ int runBomCommand(const std::vector<std::string>& arguments) {
     }
     for (const auto& drawing : drawings) printNotes(drawing);
     warnAboutTheList(request->prices, drawings);
+    // The tables the drawings held when they were read, before one is added.
+    std::vector<DrawingTables> tables;
+    if (request->json) {
+        for (auto& drawing : drawings)
+            tables.push_back(checkDrawingTables(drawing.path, *drawing.document));
+    }
 
     // Files first: when one cannot be written, the error line is all the user gets.
     if (const int status =
@@ -392,7 +416,7 @@ int runBomCommand(const std::vector<std::string>& arguments) {
         status != kExitOk)
         return status;
     if (request->json) {
-        printJson(bill.value());
+        printJson(bill.value(), tables);
     } else {
         printReport(bill.value().shown, request->showPrices, calculation.PriceListFormat());
     }

@@ -7,14 +7,15 @@
 #include <set>
 
 #include "bom/BomRows.h"
-#include "host/console/blocktally.h"
 #include "host/console/commandline.h"
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
 #include "host/console/listencoding.h"
 #include "host/console/messages.h"
 #include "host/console/moneyoverflow.h"
+#include "host/console/pricetables.h"
 #include "host/console/standardoutput.h"
+#include "host/dxf/dxfblocktally.h"
 #include "inventory/BlockNamesCont.h"
 #include "pricelist/PriceListFile.h"
 #include "text/CaseRules.h"
@@ -263,6 +264,24 @@ public:
                  {}});
     }
 
+    void tablesOutOfDate(const DrawingTables& tables) {
+        for (const PriceTableCheck& check : tables.checks) {
+            const char* kind = check.state == TableState::OutOfDate     ? "table_out_of_date"
+                               : check.state == TableState::ListMissing ? "table_list_missing"
+                               : check.state == TableState::NotCounted  ? "table_not_counted"
+                                                                        : nullptr;
+            if (kind != nullptr)
+                add({kind,
+                     m_drawing,
+                     {},
+                     check.name,
+                     consoleText(DescribeTableCheck(check)),
+                     {},
+                     {},
+                     {}});
+        }
+    }
+
     const std::vector<Finding>& findings() const { return m_findings; }
 
 private:
@@ -297,19 +316,25 @@ std::string location(const Finding& finding) {
     return finding.line ? finding.file + ":" + std::to_string(*finding.line) : finding.file;
 }
 
-void printText(const std::vector<Finding>& findings) {
+void printText(const std::vector<Finding>& findings, const DrawingTables& tables) {
     for (const auto& finding : findings)
         writeStandardOutput(location(finding) + ": " + finding.message + "\n");
+    if (const std::string unknown = sourceUnknownLine(tables); !unknown.empty())
+        writeStandardOutput(unknown + "\n");
 }
 
-void printJson(const std::string& drawing, const std::string& prices,
-               const std::vector<Finding>& findings) {
+void printJson(const std::string& drawing, const std::optional<std::string>& prices,
+               const std::vector<Finding>& findings, const DrawingTables& tables) {
     JsonWriter json;
     json.beginObject();
     json.key("drawing");
     json.value(std::wstring_view(WidePath(drawing)));
     json.key("prices");
-    json.value(std::wstring_view(WidePath(prices)));
+    if (prices) {
+        json.value(std::wstring_view(WidePath(*prices)));
+    } else {
+        json.null();
+    }
     json.key("findings");
     json.beginArray();
     for (const auto& finding : findings) {
@@ -345,8 +370,58 @@ void printJson(const std::string& drawing, const std::string& prices,
         json.endObject();
     }
     json.endArray();
+    writeTablesJson(json, {tables});
     json.endObject();
     writeStandardOutput(json.text());
+}
+
+// The price list as check reads it; null after the message when it cannot be.
+struct CheckedList {
+    TextFileContent content;
+    std::vector<PriceListLine> lines;
+};
+
+std::optional<CheckedList> readList(const ParsedArguments& args, const std::string& prices,
+                                    int& status) {
+    status = kExitFailure;
+    if (const std::string reason = unreadableReason(prices); !reason.empty())
+        return fail(prices, reason), std::nullopt;
+    if (const auto encoding = useListEncoding(args.value("--list-encoding"), prices))
+        return status = *encoding, std::nullopt;
+    auto list = ReadTextFile(WidePath(prices));
+    if (!list) return fail(prices, "cannot be read"), std::nullopt;
+    std::vector<PriceListLine> lines = ScanPriceList(list->text);
+    return CheckedList{std::move(*list), std::move(lines)};
+}
+
+// What the list and the drawing's counts have to say together; false after the message when
+// the drawing cannot be counted.
+bool checkList(const ParsedArguments& args, const std::string& drawing, const CheckedList& list,
+               const DxfDocument& document, Checker& checker) {
+    TallyOptions options;
+    options.nested = args.has("--nested");
+    options.recordNames = args.has("--record-names");
+    options.arraysAsOne = args.has("--arrays-as-one");
+    // Layouts are counted apart either way: to count them, or to tell what the count leaves out.
+    auto spaces = tallySpaces(document, drawing, options);
+    if (!spaces.isOk()) {
+        std::fprintf(stderr, "%s\n", spaces.errorString().c_str());
+        return false;
+    }
+    const bool layouts = args.has("--layouts");
+    const DrawingTally tally =
+        layouts ? mergeTallies(spaces.value()) : std::move(spaces.value().front().tally);
+    const std::vector<PriceListLine>& lines = list.lines;
+    checker.unpricedBlocks(tally, lines);
+    if (!layouts) checker.pricedOnlyInLayouts(tally, spaces.value(), lines);
+    checker.pricesWithoutBlock(lines);
+    checker.namesListedTwice(lines);
+    checker.pricesThatAreNoNumbers(lines);
+    checker.moneyThatOverflows(tally, lines);
+    checker.listEncoding(list.content);
+    checker.skippedLines(lines);
+    checker.unlinkedVariants(tally);
+    return true;
 }
 
 }  // namespace
@@ -356,47 +431,30 @@ int runCheckCommand(const std::vector<std::string>& arguments) {
     if (!parsed.arguments) return usageError(parsed.error);
     const ParsedArguments& args = *parsed.arguments;
     if (args.positional.size() != 1) return usageError("check takes one drawing");
-    if (!args.has("--prices")) return usageError("check needs --prices LIST");
     const std::string drawing = args.positional.front();
-    const std::string prices = *args.value("--prices");
-    if (const std::string reason = unreadableReason(prices); !reason.empty())
-        return fail(prices, reason);
-    if (const auto status = useListEncoding(args.value("--list-encoding"), prices)) return *status;
-    const auto list = ReadTextFile(WidePath(prices));
-    if (!list) return fail(prices, "cannot be read");
-    const std::vector<PriceListLine> lines = ScanPriceList(list->text);
+    const std::optional<std::string> prices = args.value("--prices");
+    if (!prices && args.has("--list-encoding"))
+        return usageError("--list-encoding goes with --prices");
+    // The list is read before the drawing: a list that cannot be read ends the check at once.
+    std::optional<CheckedList> list;
+    if (prices) {
+        int status = kExitOk;
+        list = readList(args, *prices, status);
+        if (!list) return status;
+    }
 
     auto session = DrawingSession::open(
         drawing, args.has("--recover") ? DxfReading::Recover : DxfReading::Strict);
     if (!session) return kExitFailure;
-    TallyOptions options;
-    options.nested = args.has("--nested");
-    options.recordNames = args.has("--record-names");
-    options.arraysAsOne = args.has("--arrays-as-one");
-    // Layouts are counted apart either way: to count them, or to tell what the count leaves out.
-    auto spaces = tallySpaces(session->document(), drawing, options);
-    if (!spaces.isOk()) {
-        std::fprintf(stderr, "%s\n", spaces.errorString().c_str());
-        return kExitFailure;
-    }
-    const bool layouts = args.has("--layouts");
-    const DrawingTally tally =
-        layouts ? mergeTallies(spaces.value()) : std::move(spaces.value().front().tally);
-
-    Checker checker(drawing, prices);
-    checker.unpricedBlocks(tally, lines);
-    if (!layouts) checker.pricedOnlyInLayouts(tally, spaces.value(), lines);
-    checker.pricesWithoutBlock(lines);
-    checker.namesListedTwice(lines);
-    checker.pricesThatAreNoNumbers(lines);
-    checker.moneyThatOverflows(tally, lines);
-    checker.listEncoding(*list);
-    checker.skippedLines(lines);
-    checker.unlinkedVariants(tally);
+    Checker checker(drawing, prices.value_or(""));
+    if (list && !checkList(args, drawing, *list, session->document(), checker)) return kExitFailure;
+    const DrawingTables tables = checkDrawingTables(drawing, session->document(),
+                                                    prices ? WidePath(*prices) : std::wstring());
+    checker.tablesOutOfDate(tables);
     if (args.has("--json")) {
-        printJson(drawing, prices, checker.findings());
+        printJson(drawing, prices, checker.findings(), tables);
     } else {
-        printText(checker.findings());
+        printText(checker.findings(), tables);
     }
     return checker.findings().empty() ? kExitOk : kExitFound;
 }

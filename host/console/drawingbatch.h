@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/console/blocktally.h"
+#include "host/dxf/dxfblocktally.h"
 #include "host/dxf/dxfdocument.h"
 
 struct CountedDrawing {

@@ -11,6 +11,7 @@
 #include "host/console/checkcommand.h"
 #include "host/console/infocommand.h"
 #include "host/console/messages.h"
+#include "host/console/refreshcommand.h"
 #include "host/console/standardoutput.h"
 
 namespace {
@@ -46,17 +47,30 @@ constexpr const char* kUsage =
     "      --layouts               count the references in paper-space layouts too; JSON, CSV\n"
     "                              and XLSX give a quantity for each space\n"
     "      --jobs N                read N drawings at a time (default: the machine's cores)\n"
-    "      --json                  print the rows and the grand total as JSON instead\n"
+    "      --json                  print the rows and the grand total as JSON instead, with\n"
+    "                              each price table of the drawing: whether it is current and\n"
+    "                              whether it holds these rows\n"
     "      --list-encoding NAME    read LIST (and write the report) in this code page, any\n"
     "                              name iconv knows (CP1251, ISO-8859-8, ...); also for check\n"
     "                              and blocks\n"
-    "  check DRAWING --prices LIST [--json] [--nested] [--record-names] [--arrays-as-one]\n"
+    "  check DRAWING [--prices LIST] [--json] [--nested] [--record-names] [--arrays-as-one]\n"
     "        [--layouts]\n"
     "                              look the drawing and the list over: blocks without a price,\n"
     "                              prices without a block, names listed twice, prices that are\n"
     "                              not numbers or too large to count with, totals that overflow,\n"
     "                              skipped lines, a list that is not UTF-8, dynamic blocks\n"
-    "                              without a link, priced blocks used only in layouts\n"
+    "                              without a link, priced blocks used only in layouts; and the\n"
+    "                              drawing's price tables: each is counted again from what it\n"
+    "                              recorded (its list, or LIST) and named with what changed\n"
+    "                              when it no longer matches\n"
+    "  refresh DRAWING [--prices LIST] [-o OUT]\n"
+    "                              draw every out-of-date price table again in place: the same\n"
+    "                              block and references, new rows and attributes, the rest of\n"
+    "                              the drawing byte for byte; prints what changed\n"
+    "      --prices LIST           count against LIST instead of the lists the tables recorded\n"
+    "      -o OUT                  write the drawing to OUT (default: beside DRAWING, \"-bom\"\n"
+    "                              before the extension; nothing is written when every table\n"
+    "                              is current)\n"
     "  blocks DRAWING [--prices LIST]\n"
     "                              the drawing's block names with their reference counts in\n"
     "                              model space (and in layouts, where they hold any); with\n"
@@ -69,8 +83,8 @@ constexpr const char* kUsage =
     "missing \"0 EOF\") is read with its structure mended, each repair told on standard error;\n"
     "a drawing written afterwards holds the mended structure.\n"
     "\n"
-    "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage,\n"
-    "3 check found something.\n";
+    "Exit status: 0 done, 1 a file could not be read or written (also a table's list, which\n"
+    "refresh then leaves as it is), 2 bad usage, 3 check found something.\n";
 
 struct Command {
     std::string_view name;
@@ -78,10 +92,8 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"bom", runBomCommand},
-    {"check", runCheckCommand},
-    {"blocks", runBlocksCommand},
-    {"info", runInfoCommand},
+    {"bom", runBomCommand},       {"check", runCheckCommand}, {"refresh", runRefreshCommand},
+    {"blocks", runBlocksCommand}, {"info", runInfoCommand},
 };
 
 }  // namespace

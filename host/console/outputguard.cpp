@@ -1,7 +1,15 @@
 // Clashes between the files a command reads and writes.
 #include "host/console/outputguard.h"
 
+#include <filesystem>
+
 #include "files/fileidentity.h"
+
+std::string proposedDrawingOutput(const std::string& drawing) {
+    const std::filesystem::path path(drawing);
+    return (path.parent_path() / (path.stem().string() + "-bom" + path.extension().string()))
+        .string();
+}
 
 void OutputGuard::addDrawing(std::string path) {
     m_inputs.push_back({"the drawing", std::move(path), true});

@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+// The drawing's name with "-bom" before its extension, in the drawing's folder: where a drawing
+// the console changes goes unless -o names a file.
+std::string proposedDrawingOutput(const std::string& drawing);
+
 class OutputGuard {
 public:
     void addDrawing(std::string path);

@@ -314,6 +314,11 @@ std::int64_t DxfDocument::referenceInstances(AcDbObjectId reference) const {
     return record ? instancesOf(*record) : 1;
 }
 
+std::wstring_view DxfDocument::referenceName(AcDbObjectId reference) const {
+    const auto record = recordOf(reference);
+    return record ? std::wstring_view(internedText(nameBytes(*record))) : std::wstring_view();
+}
+
 std::wstring_view DxfDocument::referenceLayer(AcDbObjectId reference) const {
     const auto record = recordOf(reference);
     if (!record) return {};

@@ -122,7 +122,8 @@ public:
     std::vector<DxfNameCount> layoutReferenceCountsByName(std::size_t layout) const;
     // Columns x rows of a reference that is an array (MINSERT); 1 for any other.
     std::int64_t referenceInstances(AcDbObjectId reference) const;
-    // One reference's layer and insertion point, for selecting it.
+    // One reference's block name, layer and insertion point, for selecting it.
+    std::wstring_view referenceName(AcDbObjectId reference) const;
     std::wstring_view referenceLayer(AcDbObjectId reference) const;
     AcGePoint3d referencePosition(AcDbObjectId reference) const;
 
@@ -181,6 +182,31 @@ public:
                                          AcDbBlockReference& reference) const override;
     Acad::ErrorStatus insertBlockReference(const AcDbBlockReference& reference,
                                            AcDbObjectId& id) override;
+    Acad::ErrorStatus getBlockEntityIds(AcDbObjectId record,
+                                        std::vector<AcDbObjectId>& ids) const override;
+    Acad::ErrorStatus getModelSpaceEntityIds(std::vector<AcDbObjectId>& ids) const override;
+    Acad::ErrorStatus openAttributeDefinition(AcDbObjectId entity,
+                                              AcDbAttributeDefinition& definition) const override;
+    Acad::ErrorStatus eraseEntity(AcDbObjectId entity) override;
+    Acad::ErrorStatus getBlockReferenceIds(AcDbObjectId record,
+                                           std::vector<AcDbObjectId>& ids) const override;
+    Acad::ErrorStatus syncBlockReferenceAttributes(AcDbObjectId reference) override;
+    Acad::ErrorStatus getHandle(AcDbObjectId object, std::wstring& handle) const override;
+    Acad::ErrorStatus getObjectId(const std::wstring& handle, AcDbObjectId& id) const override;
+    Acad::ErrorStatus registerApplication(const std::wstring& name) override;
+    Acad::ErrorStatus getXData(AcDbObjectId object, const std::wstring& application,
+                               std::vector<resbuf>& data) const override;
+    Acad::ErrorStatus setXData(AcDbObjectId object, const std::wstring& application,
+                               const std::vector<resbuf>& data) override;
+    Acad::ErrorStatus countBlockReferences(const AcDbReferenceSelection& selection,
+                                           std::vector<AcDbBlockCount>& counts) const override;
+
+    // What the drawing's edits are at one moment, to go back to: a host takes it before a command
+    // and puts it back to undo the command whole. Taking it copies the record lists (a few bytes
+    // a record), never the file's bytes.
+    class EditState;
+    std::shared_ptr<const EditState> saveEditState() const;
+    void restoreEditState(const EditState& state);
 
     // The attributes a reference to the block would carry, in definition order; empty for a
     // block without them and for ids that are no block.
@@ -274,6 +300,12 @@ private:
                          const std::wstring* value, std::optional<std::uint64_t> owner);
     Acad::ErrorStatus insertReference(const AcDbBlockReference& reference,
                                       const std::vector<std::wstring>& values, AcDbObjectId& id);
+    // The APPID entry of an application, found without regard to case.
+    std::optional<std::uint32_t> applicationRecord(std::wstring_view name) const;
+    // The record that holds the handle; made into an index when first asked for after an edit.
+    std::optional<std::uint32_t> recordOfHandle(std::uint64_t handle) const;
+    // An entity taken out of the drawing, with the lists that name it.
+    void withdrawEntity(std::uint32_t record);
     // What eraseLastInsertedReference needs to take an insert back.
     struct InsertedReference {
         std::vector<std::uint32_t> records;  // INSERT, its ATTRIBs, SEQEND
@@ -307,4 +339,6 @@ private:
         }
     };
     mutable std::unordered_map<std::string, std::wstring, BytesHash, std::equal_to<>> m_interned;
+    mutable std::unordered_map<std::uint64_t, std::uint32_t> m_handleIndex;
+    mutable std::optional<std::uint64_t> m_handleIndexEdits;  // the edit count it was made at
 };

@@ -22,7 +22,7 @@ void inWritingOrder(const DxfRecords& records, std::uint32_t begin, std::uint32_
                     Visit visit) {
     for (std::uint32_t r = begin; r < end; ++r) {
         visitInsertedBefore(records, r, visit);
-        visit(r);
+        if (!records.isWithdrawn(r)) visit(r);
     }
     visitInsertedBefore(records, end, visit);
 }
@@ -85,16 +85,16 @@ std::vector<AcDbObjectId> DxfDocument::sectionEntityIds() const {
 }
 
 std::vector<AcDbObjectId> DxfDocument::entityParts(AcDbObjectId entity) const {
-    // Parts follow their owner in the file, and edits write them right after it too: no edit puts
-    // a record between an entity and its parts.
+    // Parts follow their owner in writing order; an edit may write new attributes before a
+    // reference's SEQEND, so the order is followed rather than the records' numbers.
     std::vector<AcDbObjectId> parts;
     const auto record = recordOf(entity);
     if (!record) return parts;
     try {
-        for (std::uint32_t r = *record + 1; r < m_records.count(); ++r) {
-            const std::string_view type = m_tags.value(m_records.head(r));
+        for (auto r = m_records.next(*record); r; r = m_records.next(*r)) {
+            const std::string_view type = m_tags.value(m_records.head(*r));
             if (type != "ATTRIB" && type != "VERTEX" && type != "SEQEND") break;
-            parts.push_back(idOf(r));
+            parts.push_back(idOf(*r));
             if (type == "SEQEND") break;
         }
     } catch (const std::exception&) {

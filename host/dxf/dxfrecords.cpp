@@ -29,18 +29,46 @@ std::uint32_t DxfRecords::insertBefore(const DxfTagFile& file, std::uint32_t anc
 }
 
 bool DxfRecords::withdraw(std::uint32_t record) {
-    const auto anchor = m_anchors.find(record);
-    if (anchor == m_anchors.end()) return false;
-    const auto list = m_insertedBefore.find(anchor->second);
-    if (list != m_insertedBefore.end()) {
-        std::erase(list->second, record);
-        if (list->second.empty()) m_insertedBefore.erase(list);
+    if (record >= count() || m_withdrawn.contains(record)) return false;
+    if (record >= originalCount()) {
+        const auto anchor = m_anchors.find(record);
+        if (anchor == m_anchors.end()) return false;
+        const auto list = m_insertedBefore.find(anchor->second);
+        if (list != m_insertedBefore.end()) {
+            std::erase(list->second, record);
+            if (list->second.empty()) m_insertedBefore.erase(list);
+        }
+        m_anchors.erase(anchor);
     }
-    m_anchors.erase(anchor);
     m_kinds[record] = DxfRecordKind::Other;
     m_withdrawn.insert(record);
     ++m_editCount;
     return true;
+}
+
+std::optional<std::uint32_t> DxfRecords::next(std::uint32_t record) const {
+    // The first record written for `r`: the first of those inserted before it, else itself.
+    auto firstOf = [this](std::uint32_t r) {
+        for (const std::vector<std::uint32_t>* before = insertedBefore(r); before != nullptr;
+             before = insertedBefore(r))
+            r = before->front();
+        return r;
+    };
+    auto following = [&](std::uint32_t r) -> std::optional<std::uint32_t> {
+        if (r < originalCount()) {
+            if (r + 1 >= originalCount()) return std::nullopt;
+            return firstOf(r + 1);
+        }
+        const auto anchor = m_anchors.find(r);
+        if (anchor == m_anchors.end()) return std::nullopt;
+        const std::vector<std::uint32_t>& list = *insertedBefore(anchor->second);
+        const auto at = std::find(list.begin(), list.end(), r);
+        if (at + 1 != list.end()) return firstOf(*(at + 1));
+        return anchor->second;
+    };
+    std::optional<std::uint32_t> candidate = following(record);
+    while (candidate && m_withdrawn.contains(*candidate)) candidate = following(*candidate);
+    return candidate;
 }
 
 void DxfRecords::replace(std::uint32_t record, std::vector<std::uint32_t> tags) {
@@ -65,6 +93,7 @@ void DxfRecords::writeRecord(const DxfTagFile& tags, std::uint32_t record,
     if (const auto it = m_insertedBefore.find(record); it != m_insertedBefore.end()) {
         for (const std::uint32_t inserted : it->second) writeRecord(tags, inserted, sink);
     }
+    if (m_withdrawn.contains(record)) return;
     const bool original = record < originalCount() && !m_replaced.contains(record);
     if (original) {
         sink(tags.recordSpan(record, record + 1));
@@ -78,6 +107,9 @@ void DxfRecords::write(const DxfTagFile& tags, const DxfSink& sink) const {
     std::vector<std::uint32_t> touched;
     for (const auto& [record, list] : m_replaced) touched.push_back(record);
     for (const auto& [record, list] : m_insertedBefore) {
+        if (record < originalCount()) touched.push_back(record);
+    }
+    for (const std::uint32_t record : m_withdrawn) {
         if (record < originalCount()) touched.push_back(record);
     }
     std::sort(touched.begin(), touched.end());

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -69,13 +70,25 @@ public:
     void replace(std::uint32_t record, std::vector<std::uint32_t> tags);
     // The tags of a record, as a list to edit and hand back to replace().
     std::vector<std::uint32_t> tagList(std::uint32_t record) const;
-    // Takes an added record out of the writing order again; it keeps its number, and its kind
-    // becomes Other. False for the file's own records and for ones already withdrawn.
+    // Takes a record out of the writing order; it keeps its number and its tags, and its kind
+    // becomes Other. Records inserted before it are still written. False for one already
+    // withdrawn.
     bool withdraw(std::uint32_t record);
     bool isWithdrawn(std::uint32_t record) const { return m_withdrawn.contains(record); }
+    // The record an added one is written before; none for the file's own records.
+    std::optional<std::uint32_t> anchorOf(std::uint32_t record) const {
+        const auto it = m_anchors.find(record);
+        if (it == m_anchors.end()) return std::nullopt;
+        return it->second;
+    }
+    // The record written next after this one, withdrawn ones passed over; none after the last.
+    std::optional<std::uint32_t> next(std::uint32_t record) const;
 
     // Every insertion, replacement and withdrawal counts one.
     std::uint64_t editCount() const { return m_editCount; }
+    // Records put back as an earlier copy had them still count on from here, so that no count
+    // stands for two different drawings.
+    void continueEditCountFrom(std::uint64_t count) { m_editCount = count + 1; }
 
     // The records inserted before this one, in writing order; each may have its own. Null when
     // there are none.

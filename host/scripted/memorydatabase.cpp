@@ -1,7 +1,9 @@
 // The in-memory drawing of the tests.
 #include "host/scripted/memorydatabase.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cwchar>
 
 #include "text/CaseRules.h"
 
@@ -34,7 +36,8 @@ AcDbObjectId MemoryDatabase::addBlock(const std::wstring& name) {
     return id;
 }
 
-AcDbObjectId MemoryDatabase::addReference(const std::wstring& blockName, AcGePoint3d position) {
+AcDbObjectId MemoryDatabase::addReference(const std::wstring& blockName, AcGePoint3d position,
+                                          const std::wstring& layer) {
     AcDbObjectId block;
     if (getBlockTableRecordId(blockName, block) != Acad::eOk) block = addBlock(blockName);
     AcDbBlockReference reference;
@@ -42,7 +45,13 @@ AcDbObjectId MemoryDatabase::addReference(const std::wstring& blockName, AcGePoi
     reference.position = position;
     AcDbObjectId id;
     insertBlockReference(reference, id);
+    m_references.at(id).layer = layer;
     return id;
+}
+
+void MemoryDatabase::moveReference(AcDbObjectId reference, AcGePoint3d position) {
+    if (const auto it = m_references.find(reference); it != m_references.end())
+        it->second.reference.position = position;
 }
 
 void MemoryDatabase::eraseRecord(AcDbObjectId record) {
@@ -120,7 +129,7 @@ Acad::ErrorStatus MemoryDatabase::addBlockTableRecord(const std::wstring& name, 
     AcDbObjectId existing;
     if (getBlockTableRecordId(name, existing) == Acad::eOk) return Acad::eDuplicateRecordName;
     id = newId();
-    m_records.emplace(id, BlockRecord{name, {}, {}, false});
+    m_records.emplace(id, BlockRecord{name, {}, {}, {}, false});
     m_recordOrder.push_back(id);
     return Acad::eOk;
 }
@@ -149,6 +158,7 @@ Acad::ErrorStatus MemoryDatabase::appendEntity(AcDbObjectId record, Entity entit
     if (r == nullptr) return Acad::eWasErased;
     r->entities.push_back(std::move(entity));
     id = newId();
+    r->entityIds.push_back(id);
     return Acad::eOk;
 }
 
@@ -195,18 +205,178 @@ Acad::ErrorStatus MemoryDatabase::insertBlockReference(const AcDbBlockReference&
                                                        AcDbObjectId& id) {
     const auto* block = record(reference.blockTableRecord);
     if (block == nullptr || block->erased) return Acad::eKeyNotFound;
-    Reference inserted{reference, {}};
+    id = newId();
+    m_references.emplace(id, Reference{reference, placedAttributes(reference)});
+    m_referenceOrder.push_back(id);
+    return Acad::eOk;
+}
+
+std::vector<AcDbAttributeDefinition> MemoryDatabase::placedAttributes(
+    const AcDbBlockReference& reference) const {
+    std::vector<AcDbAttributeDefinition> attributes;
+    const auto* block = record(reference.blockTableRecord);
+    if (block == nullptr) return attributes;
     for (const auto& entity : block->entities) {
         if (const auto* definition = std::get_if<AcDbAttributeDefinition>(&entity)) {
             AcDbAttributeDefinition attribute = *definition;
             attribute.position = placed(definition->position, block->origin, reference);
             attribute.alignmentPoint = placed(definition->alignmentPoint, block->origin, reference);
             attribute.height *= reference.scaleFactors.sy;
-            inserted.attributes.push_back(attribute);
+            attributes.push_back(attribute);
         }
     }
-    id = newId();
-    m_references.emplace(id, std::move(inserted));
-    m_referenceOrder.push_back(id);
+    return attributes;
+}
+
+bool MemoryDatabase::holds(AcDbObjectId id) const {
+    if (m_references.contains(id)) return true;
+    if (const auto* r = record(id)) return !r->erased;
+    for (const auto& [recordId, r] : m_records) {
+        if (std::find(r.entityIds.begin(), r.entityIds.end(), id) != r.entityIds.end()) return true;
+    }
+    return std::find(m_styleIds.begin(), m_styleIds.end(), id) != m_styleIds.end();
+}
+
+Acad::ErrorStatus MemoryDatabase::getBlockEntityIds(AcDbObjectId record,
+                                                    std::vector<AcDbObjectId>& ids) const {
+    const auto* r = this->record(record);
+    if (r == nullptr || r->erased) return Acad::eWrongObjectType;
+    ids = record == m_modelSpace ? m_referenceOrder : r->entityIds;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::getModelSpaceEntityIds(std::vector<AcDbObjectId>& ids) const {
+    ids = m_referenceOrder;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::openAttributeDefinition(
+    AcDbObjectId entity, AcDbAttributeDefinition& definition) const {
+    for (const auto& [id, r] : m_records) {
+        for (std::size_t i = 0; i < r.entityIds.size(); ++i) {
+            if (r.entityIds[i] != entity) continue;
+            const auto* found = std::get_if<AcDbAttributeDefinition>(&r.entities[i]);
+            if (found == nullptr) return Acad::eWrongObjectType;
+            definition = *found;
+            return Acad::eOk;
+        }
+    }
+    return Acad::eWrongObjectType;
+}
+
+Acad::ErrorStatus MemoryDatabase::eraseEntity(AcDbObjectId entity) {
+    if (m_references.erase(entity) == 1) {
+        std::erase(m_referenceOrder, entity);
+        return Acad::eOk;
+    }
+    for (auto& [id, r] : m_records) {
+        const auto at = std::find(r.entityIds.begin(), r.entityIds.end(), entity);
+        if (at == r.entityIds.end()) continue;
+        r.entities.erase(r.entities.begin() + (at - r.entityIds.begin()));
+        r.entityIds.erase(at);
+        return Acad::eOk;
+    }
+    return Acad::eWrongObjectType;
+}
+
+Acad::ErrorStatus MemoryDatabase::getBlockReferenceIds(AcDbObjectId record,
+                                                       std::vector<AcDbObjectId>& ids) const {
+    if (this->record(record) == nullptr) return Acad::eWrongObjectType;
+    ids.clear();
+    for (const auto id : m_referenceOrder) {
+        if (m_references.at(id).reference.blockTableRecord == record) ids.push_back(id);
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::syncBlockReferenceAttributes(AcDbObjectId reference) {
+    const auto it = m_references.find(reference);
+    if (it == m_references.end()) return Acad::eWrongObjectType;
+    it->second.attributes = placedAttributes(it->second.reference);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::getHandle(AcDbObjectId object, std::wstring& handle) const {
+    if (!holds(object)) return Acad::eKeyNotFound;
+    wchar_t text[24];
+    std::swprintf(text, 24, L"%llX", static_cast<unsigned long long>(object.value()));
+    handle = text;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::getObjectId(const std::wstring& handle, AcDbObjectId& id) const {
+    wchar_t* end = nullptr;
+    const unsigned long long value = std::wcstoull(handle.c_str(), &end, 16);
+    if (handle.empty() || *end != L'\0') return Acad::eInvalidInput;
+    if (!holds(AcDbObjectId(value))) return Acad::eKeyNotFound;
+    id = AcDbObjectId(value);
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::registerApplication(const std::wstring& name) {
+    if (name.empty()) return Acad::eInvalidSymbolTableName;
+    m_applications.insert(FoldCase(name));
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::getXData(AcDbObjectId object, const std::wstring& application,
+                                           std::vector<resbuf>& data) const {
+    const auto it = m_xdata.find({object, FoldCase(application)});
+    if (it == m_xdata.end()) return Acad::eKeyNotFound;
+    data = it->second;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::setXData(AcDbObjectId object, const std::wstring& application,
+                                           const std::vector<resbuf>& data) {
+    if (!m_applications.contains(FoldCase(application))) return Acad::eKeyNotFound;
+    if (!holds(object)) return Acad::eWrongObjectType;
+    for (const resbuf& item : data) {
+        if (item.restype >= 1000 && item.restype <= 1009 && item.resval.rstring.size() > 255)
+            return Acad::eInvalidInput;
+    }
+    if (data.empty()) {
+        m_xdata.erase({object, FoldCase(application)});
+    } else {
+        m_xdata[{object, FoldCase(application)}] = data;
+    }
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus MemoryDatabase::countBlockReferences(const AcDbReferenceSelection& selection,
+                                                       std::vector<AcDbBlockCount>& counts) const {
+    if (selection.nested) return Acad::eNotImplemented;
+    counts.clear();
+    auto inWindow = [&selection](const AcGePoint3d& p) {
+        if (!selection.window) return true;
+        const AcDbSelectionWindow& w = *selection.window;
+        return p.x >= std::min(w.x1, w.x2) && p.x <= std::max(w.x1, w.x2) &&
+               p.y >= std::min(w.y1, w.y2) && p.y <= std::max(w.y1, w.y2);
+    };
+    auto onLayer = [&selection](const std::wstring& layer) {
+        return selection.layers.empty() ||
+               std::any_of(selection.layers.begin(), selection.layers.end(),
+                           [&](const std::wstring& name) { return sameName(name, layer); });
+    };
+    const std::vector<AcDbObjectId>& ids =
+        selection.references ? *selection.references : m_referenceOrder;
+    for (const AcDbObjectId id : ids) {
+        const auto it = m_references.find(id);
+        if (it == m_references.end()) continue;
+        if (!selection.references &&
+            (!inWindow(it->second.reference.position) || !onLayer(it->second.layer)))
+            continue;
+        std::wstring name;
+        if (getBlockTableRecordName(it->second.reference.blockTableRecord, name) != Acad::eOk)
+            return Acad::eKeyNotFound;
+        const auto known = std::find_if(counts.begin(), counts.end(), [&](const auto& count) {
+            return sameName(count.name, name);
+        });
+        if (known != counts.end()) {
+            ++known->references;
+        } else {
+            counts.push_back(AcDbBlockCount{name, 1});
+        }
+    }
     return Acad::eOk;
 }

@@ -49,6 +49,8 @@ public:
     void answerPoint(int status, ads_point point = {});
     void answerGrRead(int status, int type, resbuf result = {});
     void answerMessageBox(int answer);
+    // Selections stand for the whole space, as tarnwick-calc's do.
+    void selectWholeSpace(bool whole) { m_wholeSpace = whole; }
     void setVariable(const std::wstring& name, resbuf value);
     const resbuf* variable(const std::wstring& name) const;
 
@@ -71,6 +73,7 @@ public:
     int grDraw(const ads_point& from, const ads_point& to, int color, int highlight) override;
     int command(const std::vector<resbuf>& arguments) override;
     void print(const std::wstring& text) override;
+    bool selectsWholeSpace() const override { return m_wholeSpace; }
 
     // AcApWindowServices
     void* mainWindow() override { return nullptr; }
@@ -88,6 +91,7 @@ private:
     std::deque<GrReadAnswer> m_grReads;
     std::deque<int> m_messageBoxes;
     std::map<std::wstring, resbuf> m_variables;
+    bool m_wholeSpace = false;
     AcEdEditor* m_previousEditor;
     AcApWindowServices* m_previousWindow;
 };

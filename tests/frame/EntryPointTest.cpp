@@ -6,6 +6,7 @@
 
 #include "frame/BlockPriceCmd.h"
 #include "frame/CalcPriceCmd.h"
+#include "frame/RefreshTablesCmd.h"
 #include "frame/TarnwickEntry.h"
 #include "host/api/acrxregistry.h"
 
@@ -33,11 +34,11 @@ protected:
     int m_appId = 0;
 };
 
-TEST_F(EntryPointTest, InitRegistersTheTwoCommandsInTableOrderAndUnlocksTheApplication) {
+TEST_F(EntryPointTest, InitRegistersTheCommandsInTableOrderAndUnlocksTheApplication) {
     ASSERT_TRUE(Linker().isApplicationLocked(&m_appId));
     EXPECT_EQ(acrxEntryPoint(AcRx::kInitAppMsg, &m_appId), AcRx::kRetOK);
     const auto commands = GroupCommands();
-    ASSERT_EQ(commands.size(), 2u);
+    ASSERT_EQ(commands.size(), 3u);
     EXPECT_EQ(commands[0].globalName, L"BlockPrice_Global");
     EXPECT_EQ(commands[0].localName, L"RZBOMT");
     EXPECT_EQ(commands[0].flags, 0);
@@ -46,6 +47,10 @@ TEST_F(EntryPointTest, InitRegistersTheTwoCommandsInTableOrderAndUnlocksTheAppli
     EXPECT_EQ(commands[1].localName, L"RZBOMC");
     EXPECT_EQ(commands[1].flags, 1);
     EXPECT_EQ(commands[1].function, &CalcPriceCmd);
+    EXPECT_EQ(commands[2].globalName, L"RefreshTables_Global");
+    EXPECT_EQ(commands[2].localName, L"RZBOMU");
+    EXPECT_EQ(commands[2].flags, 0);
+    EXPECT_EQ(commands[2].function, &RefreshTablesCmd);
     EXPECT_EQ(Stack().lookup(L"RZBOMC")->function, &CalcPriceCmd);
     EXPECT_FALSE(Linker().isApplicationLocked(&m_appId));
     EXPECT_TRUE(Linker().isAppMDIAware(&m_appId));
@@ -55,7 +60,7 @@ TEST_F(EntryPointTest, InitRegistersTheTwoCommandsInTableOrderAndUnlocksTheAppli
 TEST_F(EntryPointTest, LoadingTwiceAddsTheCommandsAgainAndUnloadRemovesAllInOneCall) {
     acrxEntryPoint(AcRx::kInitAppMsg, &m_appId);
     acrxEntryPoint(AcRx::kInitAppMsg, &m_appId);
-    EXPECT_EQ(GroupCommands().size(), 4u);
+    EXPECT_EQ(GroupCommands().size(), 6u);
     EXPECT_EQ(acrxEntryPoint(AcRx::kUnloadAppMsg, &m_appId), AcRx::kRetOK);
     EXPECT_TRUE(GroupCommands().empty());
     EXPECT_EQ(Stack().lookup(L"RZBOMT"), nullptr);

@@ -43,9 +43,10 @@ expected=$("$build/host/console/tarnwick" bom "${examples[@]}")
 grep -q "Summary:" <<< "$expected" || fail "no summary in: $expected"
 
 commands=$(unpacked "$usr/bin/tarnwick-cad" --commands)
-[ "$commands" = "Group             Global name        Local name  Flags
-BlockPrice_Group  BlockPrice_Global  RZBOMT      0
-BlockPrice_Group  CalcPrice_Global   RZBOMC      1" ] || fail "tarnwick-cad --commands: $commands"
+[ "$commands" = "Group             Global name           Local name  Flags
+BlockPrice_Group  BlockPrice_Global     RZBOMT      0
+BlockPrice_Group  CalcPrice_Global      RZBOMC      1
+BlockPrice_Group  RefreshTables_Global  RZBOMU      0" ] || fail "tarnwick-cad --commands: $commands"
 
 desktop-file-validate "$usr"/share/applications/*.desktop || fail "desktop-file-validate"
 

@@ -1,6 +1,7 @@
 // Opening, replacing, saving and closing the desktop host's drawing.
 #include "host/desktop/session/drawingsession.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "files/fileidentity.h"
@@ -48,6 +49,8 @@ void DrawingSession::close() {
 
 void DrawingSession::replace(std::unique_ptr<DxfDocument> document, bool hasFile) {
     close();
+    m_undo.clear();
+    m_command.reset();
     m_document = std::move(document);
     m_hasFile = hasFile;
     m_savedEditCount = m_document->editCount();
@@ -84,6 +87,52 @@ std::optional<std::wstring> DrawingSession::refusalToSaveAs(const std::filesyste
     if (m_hasFile && isSameFile(path, m_document->path())) return std::nullopt;
     if (mayBeDrawingFile(path)) return std::nullopt;
     return L"File " + WidePath(path.string()) + L" is not a drawing: it is not written over";
+}
+
+void DrawingSession::beginModuleCommand(const std::wstring& name) {
+    if (m_command) {
+        ++m_command->depth;
+        return;
+    }
+    m_command = RunningCommand{
+        name, m_document->saveEditState(), m_document->editCount(), 0, m_undo.size(), 1};
+}
+
+bool DrawingSession::endModuleCommand() {
+    if (!m_command || --m_command->depth > 0) return false;
+    RunningCommand command = std::move(*m_command);
+    m_command.reset();
+    const std::uint64_t edits = m_document->editCount() - command.editsBefore;
+    if (edits <= command.insertEdits) return false;
+    m_undo.insert(m_undo.begin() + static_cast<std::ptrdiff_t>(command.firstStep),
+                  UndoStep{command.name, std::move(command.before)});
+    // Each command's step holds a copy of the drawing's record lists: past the last few, the
+    // oldest goes, with everything before it.
+    const auto isCommand = [](const UndoStep& step) { return step.before != nullptr; };
+    if (std::count_if(m_undo.begin(), m_undo.end(), isCommand) > kCommandSteps)
+        m_undo.erase(m_undo.begin(), std::find_if(m_undo.begin(), m_undo.end(), isCommand) + 1);
+    return true;
+}
+
+void DrawingSession::noteInsert(std::uint64_t editsBefore) {
+    m_undo.push_back(UndoStep{L"INSERT", nullptr});
+    if (m_command) m_command->insertEdits += m_document->editCount() - editsBefore;
+}
+
+DrawingSession::Undone DrawingSession::undo() {
+    Undone undone;
+    if (m_undo.empty() || m_command) return undone;
+    UndoStep step = std::move(m_undo.back());
+    m_undo.pop_back();
+    undone.command = step.command;
+    if (step.before) {
+        m_document->restoreEditState(*step.before);
+        undone.what = Undone::What::Command;
+        return undone;
+    }
+    if (m_document->eraseLastInsertedReference(undone.insert) == Acad::eOk)
+        undone.what = Undone::What::Insert;
+    return undone;
 }
 
 std::wstring DrawingSession::drawingName() const {

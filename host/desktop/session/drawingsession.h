@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/api/acapdocmanager.h"
 #include "host/dxf/dxfdocument.h"
@@ -38,6 +39,23 @@ public:
     std::optional<std::wstring> refusalToSaveAs(const std::filesystem::path& path) const;
 
     bool isModified() const { return m_document->editCount() != m_savedEditCount; }
+
+    // Undo. The host's INSERTs are taken back one at a time; what a module's command changed
+    // besides them is one step of its own, under the INSERTs it ran. Commands run inside another
+    // belong to the outer one. The last kCommandSteps commands can be taken back.
+    static constexpr long kCommandSteps = 10;
+    void beginModuleCommand(const std::wstring& name);
+    // True when the command changed the drawing beyond its INSERTs: the view must read it again.
+    bool endModuleCommand();
+    // After an INSERT took the document from `editsBefore` to its edit count now.
+    void noteInsert(std::uint64_t editsBefore);
+    struct Undone {
+        enum class What { Nothing, Insert, Command };
+        What what = What::Nothing;
+        AcDbObjectId insert;   // the reference taken back
+        std::wstring command;  // the command taken back
+    };
+    Undone undo();
     // "floorplan.dxf"; what DWGNAME answers.
     std::wstring drawingName() const;
 
@@ -49,4 +67,20 @@ private:
     std::unique_ptr<AcApDocument> m_hostDocument;
     bool m_hasFile = false;
     std::uint64_t m_savedEditCount = 0;
+
+    // A step to take back: an INSERT (no state), or a command with the drawing as it was before.
+    struct UndoStep {
+        std::wstring command;
+        std::shared_ptr<const DxfDocument::EditState> before;
+    };
+    struct RunningCommand {
+        std::wstring name;
+        std::shared_ptr<const DxfDocument::EditState> before;
+        std::uint64_t editsBefore = 0;
+        std::uint64_t insertEdits = 0;  // what its INSERTs changed
+        std::size_t firstStep = 0;      // where its step goes among the steps
+        int depth = 1;
+    };
+    std::vector<UndoStep> m_undo;
+    std::optional<RunningCommand> m_command;
 };

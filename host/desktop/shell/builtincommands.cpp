@@ -98,13 +98,20 @@ int zoomCommand(DesktopShell& shell) {
 }
 
 int undoCommand(DesktopShell& shell) {
-    AcDbObjectId id;
-    if (shell.drawing().document().eraseLastInsertedReference(id) != Acad::eOk) {
-        shell.editor().print(QStringLiteral("\nNothing to undo."));
-        return RTERROR;
+    const DrawingSession::Undone undone = shell.drawing().undo();
+    switch (undone.what) {
+        case DrawingSession::Undone::What::Nothing:
+            shell.editor().print(QStringLiteral("\nNothing to undo."));
+            return RTERROR;
+        case DrawingSession::Undone::What::Insert:
+            shell.surface().entityRemoved(undone.insert);
+            break;
+        case DrawingSession::Undone::What::Command:
+            shell.surface().reload();
+            break;
     }
-    shell.surface().entityRemoved(id);
-    shell.editor().print(QStringLiteral("\nINSERT undone."));
+    shell.editor().print(
+        QStringLiteral("\n%1 undone.").arg(QString::fromStdWString(undone.command).toUpper()));
     return RTNORM;
 }
 
@@ -170,10 +177,12 @@ int insertCommand(DesktopShell& shell) {
     std::vector<std::wstring> values;
     if (askAttributes(shell, reference.blockTableRecord, values) != RTNORM) return RTCAN;
     AcDbObjectId id;
+    const std::uint64_t editsBefore = document.editCount();
     if (document.insertBlockReference(reference, values, id) != Acad::eOk) {
         editor.print(QStringLiteral("\nBlock \"%1\" cannot be inserted.").arg(name));
         return RTERROR;
     }
+    shell.drawing().noteInsert(editsBefore);
     shell.surface().entityAdded(id);
     return RTNORM;
 }

@@ -167,17 +167,7 @@ int DesktopShell::runCommand(const QString& typed) {
         if (const AcEdCommandStack::Command* command = stack->lookup(name.toStdWString())) {
             // Copied: the command may unload its own module.
             const AcRxFunctionPtr function = command->function;
-            try {
-                function();
-            } catch (const std::exception& e) {
-                m_commandLine.print(QStringLiteral("\n%1 ended with an error: %2")
-                                        .arg(name.toUpper(), QString::fromLocal8Bit(e.what())));
-                return RTERROR;
-            } catch (...) {
-                m_commandLine.print(QStringLiteral("\n%1 ended with an error").arg(name.toUpper()));
-                return RTERROR;
-            }
-            return RTNORM;
+            return runModuleCommand(name.toUpper(), function);
         }
     }
     if (const BuiltinCommand* builtin = findBuiltinCommand(name)) return builtin->run(*this);
@@ -185,6 +175,25 @@ int DesktopShell::runCommand(const QString& typed) {
     if (m_editor.getVar(name.toStdWString(), value) == RTNORM) return runVariable(name.toUpper());
     m_commandLine.print(QStringLiteral("\nUnknown command \"%1\".").arg(name.toUpper()));
     return RTREJ;
+}
+
+int DesktopShell::runModuleCommand(const QString& name, AcRxFunctionPtr function) {
+    // What the command changes is one step of UNDO; the view reads again what it changed besides
+    // the references it inserted.
+    m_drawing.beginModuleCommand(name.toStdWString());
+    int status = RTNORM;
+    try {
+        function();
+    } catch (const std::exception& e) {
+        m_commandLine.print(QStringLiteral("\n%1 ended with an error: %2")
+                                .arg(name, QString::fromLocal8Bit(e.what())));
+        status = RTERROR;
+    } catch (...) {
+        m_commandLine.print(QStringLiteral("\n%1 ended with an error").arg(name));
+        status = RTERROR;
+    }
+    if (m_drawing.endModuleCommand()) m_surface.reload();
+    return status;
 }
 
 bool DesktopShell::isTransparent(const QString& typed) {
@@ -244,12 +253,16 @@ void DesktopShell::drawingReplaced() {
 }
 
 bool DesktopShell::openDrawing(const QString& path) {
+    const qsizetype printed = m_commandLine.history().size();
     const DxfStatus status = m_drawing.open(path.toStdString());
     if (!status.isOk()) {
         report(QString::fromStdString(status.errorString()));
         return false;
     }
     drawingReplaced();
+    // What a module says of the drawing as it opens stands on its own; outside a command the
+    // prompt comes back under it.
+    if (!m_busy && m_commandLine.history().size() != printed) showCommandPrompt();
     return true;
 }
 

@@ -10,6 +10,7 @@
 #include <deque>
 #include <optional>
 
+#include "host/api/acrxregistry.h"
 #include "host/desktop/modules/moduleloader.h"
 #include "host/desktop/session/drawingsession.h"
 #include "host/desktop/shell/desktopeditor.h"
@@ -85,6 +86,7 @@ private:
     void runLine(const QString& line, bool fromScript);
     void runTransparent(const QString& line);
     int runVariable(const QString& name);
+    int runModuleCommand(const QString& name, AcRxFunctionPtr function);
     void showCommandPrompt();
     // A message of the shell's own on a line of its own.
     void report(const QString& message);

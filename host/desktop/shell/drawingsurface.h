@@ -20,6 +20,9 @@ public:
     virtual void setDocument(const DxfDocument* document) = 0;
     virtual void entityAdded(AcDbObjectId id) = 0;
     virtual void entityRemoved(AcDbObjectId id) = 0;
+    // The drawing changed in ways the two above do not tell (a block drawn again, a command
+    // undone): it is read again, and the view stays where it was.
+    virtual void reload() = 0;
 
     // A vector of acedGrDraw. Colour -1 is exclusive-or ink: the same vector drawn twice is gone.
     // Other colours stay until the vectors are cleared (a redraw or a zoom).

@@ -50,6 +50,13 @@ void ViewSurface::entityRemoved(AcDbObjectId id) {
     m_view.regen();
 }
 
+void ViewSurface::reload() {
+    if (!m_scene) return;
+    const ViewTransform view = m_view.viewTransform();
+    setDocument(&m_scene->document());
+    m_view.setViewTransform(view);
+}
+
 void ViewSurface::drawVector(const AcGePoint3d& from, const AcGePoint3d& to, int color,
                              bool highlight) {
     m_view.drawVector(scenePoint(from), scenePoint(to), color, highlight);

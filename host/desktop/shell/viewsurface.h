@@ -33,6 +33,7 @@ public:
     void setDocument(const DxfDocument* document) override;
     void entityAdded(AcDbObjectId id) override;
     void entityRemoved(AcDbObjectId id) override;
+    void reload() override;
     void drawVector(const AcGePoint3d& from, const AcGePoint3d& to, int color,
                     bool highlight) override;
     void clearVectors() override;

@@ -89,7 +89,8 @@ TEST_F(ConsoleBomTest, JsonHoldsTheGridsRowsWithMoneyAsShown) {
               "      \"total\": 1260.00\n"
               "    }\n"
               "  ],\n"
-              "  \"total\": 5805.00\n"
+              "  \"total\": 5805.00,\n"
+              "  \"tables\": []\n"
               "}\n");
 }
 

@@ -66,7 +66,7 @@ TEST_F(ConsoleCheckTest, ACleanDrawingAndListSayNothingAndExitZero) {
     EXPECT_EQ(result.out, "");
     const ProcessResult json = check("floorplan.dxf", "clean.prc", {"--json"});
     EXPECT_EQ(json.exitCode, 0);
-    EXPECT_TRUE(json.out.ends_with("  \"findings\": []\n}\n")) << json.out;
+    EXPECT_TRUE(json.out.ends_with("  \"findings\": [],\n  \"tables\": []\n}\n")) << json.out;
 }
 
 TEST_F(ConsoleCheckTest, JsonGivesEachFindingsKindLineAndMessage) {
@@ -114,9 +114,9 @@ TEST_F(ConsoleCheckTest, BadInputGetsOneLine) {
     ProcessResult result = check("floorplan.dxf", "none.prc");
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, m_folder.path("none.prc") + ": no such file or directory\n");
-    result = tarnwick({"check", "@floorplan.dxf"});
+    result = tarnwick({"check", "@floorplan.dxf", "--list-encoding", "CP1251"});
     EXPECT_EQ(result.exitCode, 2);
-    EXPECT_EQ(result.err, "tarnwick: check needs --prices LIST\nTry 'tarnwick --help'.\n");
+    EXPECT_EQ(result.err, "tarnwick: --list-encoding goes with --prices\nTry 'tarnwick --help'.\n");
     result = tarnwick({"check", "a.dxf", "b.dxf", "--prices", "p.prc"});
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "tarnwick: check takes one drawing\nTry 'tarnwick --help'.\n");

@@ -72,7 +72,7 @@ TEST_F(ConsoleExportTest, SeveralDrawingsGetAColumnEachAndTheTotal) {
     EXPECT_NE(json.out.find("\"quantity\": 26,\n      \"quantities\": [\n        13,\n        13\n      ],"),
               std::string::npos)
         << json.out;
-    EXPECT_TRUE(json.out.ends_with("  \"total\": 27610.00\n}\n")) << json.out;
+    EXPECT_TRUE(json.out.ends_with("  \"total\": 27610.00,\n  \"tables\": []\n}\n")) << json.out;
 }
 
 TEST_F(ConsoleExportTest, ADrawingThatFailsInABatchIsNamedAndNothingIsWritten) {

@@ -1,7 +1,7 @@
 // The module's price table drawn into real drawings of every version through the DXF database, then
 // read back by Debian's ezdxf: the block, its lines and attribute definitions, and the reference
 // with its attributes must be what the in-memory database of the module's tests records for the
-// same calls.
+// same calls; the source the table records reads back as it was written, ASCII and binary.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -10,6 +10,7 @@
 #include <numbers>
 
 #include "bom/PriceTable.h"
+#include "bom/TableSource.h"
 #include "host/dxf/dxfdocument.h"
 #include "host/scripted/memorydatabase.h"
 #include "host/scripted/scriptededitor.h"
@@ -115,6 +116,19 @@ TEST_P(DxfPriceTableTest, EzdxfReadsTheTableAndItsReferenceAsDrawn) {
     ASSERT_EQ(drawAndInsert(memory, placement), name);
     EXPECT_TRUE(m_editor.calls().empty());
 
+    // What the table was counted from, in every text and number form the extended data has.
+    TableSource source;
+    source.selection = TableSelection::Filtered;
+    source.window = AcDbSelectionWindow{-1.5, 0, 1e6, 2.25};
+    source.layers = {L"0", L"Möbel " + std::wstring(40, L'x')};
+    source.showPrices = false;
+    source.scale = c.scale;
+    source.sortColumn = 2;
+    acdbHostApplicationServices()->setWorkingDatabase(&document);
+    ASSERT_TRUE(RecordTableSource(name, source, kRows));
+    acdbHostApplicationServices()->setWorkingDatabase(nullptr);
+    source.rowsDigest = DigestOfRows(kRows, false);
+
     const std::string written = m_folder.path("written.dxf");
     const DxfStatus saved = document.saveAs(written);
     ASSERT_TRUE(saved.isOk()) << saved.errorString();
@@ -124,6 +138,9 @@ TEST_P(DxfPriceTableTest, EzdxfReadsTheTableAndItsReferenceAsDrawn) {
     ASSERT_TRUE(reread.isOk()) << reread.errorString();
     EXPECT_EQ(reread.value()->version(), document.version());
     EXPECT_EQ(reread.value()->isBinary(), document.isBinary());
+    AcDbObjectId block;
+    ASSERT_EQ(reread.value()->getBlockTableRecordId(name, block), Acad::eOk);
+    EXPECT_EQ(ReadTableSource(*reread.value(), block), source);
 
     const ProcessResult check = runPython(
         std::filesystem::path(TARNWICK_SOURCE_DIR) / "tests/host/dxf/check_price_table.py",

@@ -57,6 +57,8 @@ public:
     int grDraw(const ads_point& from, const ads_point& to, int color, int highlight) override;
     int command(const std::vector<resbuf>& arguments) override;
     void print(const std::wstring& text) override;
+    // Every selection is the whole of model space.
+    bool selectsWholeSpace() const override { return true; }
 
 private:
     // A line of the console read as a point; null for anything else.

@@ -228,8 +228,10 @@ TEST_F(EndToEndTest, CalculationSelectsByWindowAndPlacesTheTableWhereTheRubberBa
     ASSERT_EQ(m_window->menus().moduleMenus().size(), 1u);
     QMenu& tarnwick = *m_window->menus().moduleMenus().front();
     EXPECT_EQ(tarnwick.title(), QStringLiteral("Tarnwick"));
-    EXPECT_EQ(menuItemTexts(tarnwick), (QStringList{QStringLiteral("BlockPrice_Global\tRZBOMT"),
-                                                    QStringLiteral("CalcPrice_Global\tRZBOMC")}));
+    EXPECT_EQ(menuItemTexts(tarnwick),
+              (QStringList{QStringLiteral("BlockPrice_Global\tRZBOMT"),
+                           QStringLiteral("CalcPrice_Global\tRZBOMC"),
+                           QStringLiteral("RefreshTables_Global\tRZBOMU")}));
     ASSERT_TRUE(runUntilIdle(*m_window, [&] {
         clickMenuItem(*m_window, tarnwick, QStringLiteral("CalcPrice_Global"), "desktop-menu.png");
     }));
@@ -289,6 +291,53 @@ TEST_F(EndToEndTest, CalculationSelectsByWindowAndPlacesTheTableWhereTheRubberBa
                         exact(dragged.x - corner.x),
                         "NORTH_ARROW"});
     EXPECT_EQ(check.out, "ok\n") << check.err;
+}
+
+// A table of the plan's model space, made at the console; a door inserted by hand; RZBOMU draws
+// the table again where it stands and says what changed; UNDO takes that back as one step; and a
+// drawing opened with the table out of date says so.
+TEST_F(EndToEndTest, RefreshRedrawsATableAfterAnInsertAndUndoTakesItBackWhole) {
+    const std::string plan = m_folder.path("plan.dxf");
+    const std::string tarnwick = TARNWICK_EXECUTABLE;
+    const ProcessResult made = runProcess(
+        tarnwick, {"bom", m_folder.path("floorplan.dxf"), "--prices", m_folder.path("prices.prc"),
+                   "--table-at", "0,-1.5", "--scale", "0.4", "-o", plan});
+    ASSERT_EQ(made.exitCode, 0) << made.err;
+    auto check = [&](const std::string& drawing) {
+        return runProcess(tarnwick, {"check", drawing}).out;
+    };
+    ASSERT_TRUE(shell().openDrawing(QString::fromStdString(plan)));
+    EXPECT_FALSE(history().contains(QStringLiteral("out of date")));
+
+    // In the manager's wall, to the right of its door.
+    const AcGePoint3d at = onPixel(*m_window, {16, 0, 0});
+    m_driver->type(QStringLiteral("door")).click(at).type({}).type({}).type({});
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("INSERT")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("RZBOMU")));
+    EXPECT_TRUE(history().endsWith(
+        QStringLiteral("Command: RZBOMU\nQTB0001 redrawn: door 4 \u2192 5\nCommand: ")))
+        << history().toStdString();
+    screenshot(*m_window, "table-refresh.png");
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
+    EXPECT_EQ(check(plan), "");
+    if (haveEzdxf()) {
+        const ProcessResult audit =
+            runPython(kSourceDir / "tests" / "host" / "console" / "table_drawing.py",
+                      {"audit", plan, "QTB0001"});
+        EXPECT_EQ(audit.out, "ok\n") << audit.err;
+    }
+
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("UNDO")));
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Command: UNDO\nRZBOMU undone.\nCommand: ")));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
+    EXPECT_EQ(check(plan), plan + ": QTB0001 is out of date: door 4 \u2192 5\n");
+    // The INSERT is a step of its own, below the refresh it came before.
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("U")));
+    EXPECT_TRUE(history().endsWith(QStringLiteral("Command: U\nINSERT undone.\nCommand: ")));
+    ASSERT_TRUE(shell().openDrawing(QString::fromStdString(plan)));
+    EXPECT_TRUE(history().endsWith(
+        QStringLiteral("\nQTB0001 is out of date; RZBOMU draws it again.\nCommand: ")))
+        << history().toStdString();
 }
 
 TEST_F(EndToEndTest, PriceListEditorOpensEditsAndSavesAList) {

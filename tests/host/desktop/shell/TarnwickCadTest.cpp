@@ -16,9 +16,10 @@ TEST(TarnwickCad, CommandsListsTheModulesCommandsWithoutAWindow) {
     const ProcessResult result = runProcess(TARNWICK_CAD, {"--commands"});
     EXPECT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out,
-              "Group             Global name        Local name  Flags\n"
-              "BlockPrice_Group  BlockPrice_Global  RZBOMT      0\n"
-              "BlockPrice_Group  CalcPrice_Global   RZBOMC      1\n");
+              "Group             Global name           Local name  Flags\n"
+              "BlockPrice_Group  BlockPrice_Global     RZBOMT      0\n"
+              "BlockPrice_Group  CalcPrice_Global      RZBOMC      1\n"
+              "BlockPrice_Group  RefreshTables_Global  RZBOMU      0\n");
     EXPECT_EQ(result.err, "");
 }
 

@@ -109,6 +109,14 @@ TEST_F(CalcToolTest, InsertPutsTheTableAtTheTypedCornerIntoACopy) {
     EXPECT_EQ(m_folder.read("floorplan.dxf"), original);
     EXPECT_TRUE(m_prompts.empty());
     EXPECT_TRUE(m_alerts.empty());
+    // The table counted the whole model space: a door added anywhere makes it stale.
+    const std::string table = m_folder.path("floorplan-bom.dxf");
+    EXPECT_EQ(runProcess(TARNWICK_EXECUTABLE, {"check", table}).out, "");
+    runProcess("/usr/bin/python3",
+               {std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/table_drawing.py", "edit",
+                table, table, "add", "door", "30", "30"});
+    EXPECT_EQ(runProcess(TARNWICK_EXECUTABLE, {"check", table}).out,
+              table + ": QTB0001 is out of date: door 4 \u2192 5\n");
 }
 
 TEST_F(CalcToolTest, ATypedLowerRightCornerScalesTheTableAndMinusOCanNameTheInput) {

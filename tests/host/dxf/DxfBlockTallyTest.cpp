@@ -2,7 +2,7 @@
 // selection, the cycle guard, and references to blocks the drawing lacks.
 #include <gtest/gtest.h>
 
-#include "host/console/blocktally.h"
+#include "host/dxf/dxfblocktally.h"
 #include "tests/host/DrawingFixture.h"
 #include "tests/host/dxf/OpenDrawing.h"
 

@@ -1,5 +1,5 @@
-// The console's form of the user's selection: the references whose insertion point lies in a
-// window, on one of some layers, or both.
+// A selection of block references without a user: those whose insertion point lies in a window, on
+// one of some layers, or both, as the console takes them and price tables record them.
 #pragma once
 
 #include <optional>
@@ -8,12 +8,7 @@
 
 #include "host/dxf/dxfdocument.h"
 
-struct SelectionWindow {
-    double x1 = 0.0;
-    double y1 = 0.0;
-    double x2 = 0.0;
-    double y2 = 0.0;
-};
+using SelectionWindow = AcDbSelectionWindow;
 
 struct SelectionFilter {
     std::optional<SelectionWindow> window;  // corners in any order; the edges belong to it

@@ -1,5 +1,5 @@
 // Counting one drawing's references by block name.
-#include "host/console/blocktally.h"
+#include "host/dxf/dxfblocktally.h"
 
 #include <algorithm>
 #include <functional>
@@ -90,6 +90,7 @@ private:
     // names' bytes, and each name is looked up once: a million references name a few hundred
     // blocks.
     bool selectBlocks(std::vector<SelectedBlock>& selected) {
+        if (m_options.picked) return selectPicked(selected);
         std::vector<DxfNameCount> byName;
         const SelectionFilter& filter = m_options.filter;
         const std::optional<std::size_t> layout = m_options.layout;
@@ -125,6 +126,27 @@ private:
             m_document.forEachLayoutReference(*m_options.layout, visit);
         else
             m_document.forEachReference(DxfSpace::Model, visit);
+    }
+
+    bool selectPicked(std::vector<SelectedBlock>& selected) {
+        std::unordered_map<AcDbObjectId, std::size_t> slots;
+        for (const AcDbObjectId id : *m_options.picked) {
+            AcDbBlockReference reference;
+            if (m_document.openBlockReference(id, reference) != Acad::eOk) continue;
+            if (reference.blockTableRecord.isNull()) {
+                recordOf(m_document.referenceName(id));  // names the missing block
+                return false;
+            }
+            const auto [slot, isNew] =
+                slots.try_emplace(reference.blockTableRecord, selected.size());
+            if (isNew) selected.push_back(SelectedBlock{reference.blockTableRecord, 0, false});
+            const std::int64_t instances =
+                m_options.arraysAsOne ? 1 : m_document.referenceInstances(id);
+            SelectedBlock& block = selected[slot->second];
+            block.references = saturatingAdd(block.references, instances);
+            block.fromArrays = block.fromArrays || instances > 1;
+        }
+        return true;
     }
 
     AcDbObjectId recordOf(std::wstring_view blockName) {

@@ -1,7 +1,8 @@
-// The references of one drawing counted by block name, as the console counts them: the user's
-// selection of model space or of a layout, an array (MINSERT) as its columns x rows unless asked to
-// count it once, a dynamic block's variants under the dynamic block's own name unless record names
-// are asked for, and on request the references nested in the counted blocks, multiplied along the
+// The references of one drawing counted by block name, as the console counts them and the
+// drawing's database counts for its price tables: a selection of model space or of a layout, or
+// references picked by hand; an array (MINSERT) as its columns x rows unless asked to count it
+// once; a dynamic block's variants under the dynamic block's own name unless record names are
+// asked for; and on request the references nested in the counted blocks, multiplied along the
 // nesting.
 #pragma once
 
@@ -10,12 +11,15 @@
 #include <string>
 #include <vector>
 
-#include "host/console/selection.h"
 #include "host/dxf/dxfdocument.h"
 #include "host/dxf/dxfresult.h"
+#include "host/dxf/dxfselection.h"
 
 struct TallyOptions {
     SelectionFilter filter;
+    // References picked by hand, counted instead of the filter's; ids that are no reference of
+    // the drawing (any longer) are passed over.
+    std::optional<std::vector<AcDbObjectId>> picked;
     bool recordNames = false;  // count "*U" variants under their own record's name
     bool nested = false;       // count the references inside counted blocks too
     bool arraysAsOne = false;  // an array (MINSERT) counts once, not columns x rows times

@@ -1,5 +1,5 @@
 // Selecting block references by window and layer.
-#include "host/console/selection.h"
+#include "host/dxf/dxfselection.h"
 
 #include <algorithm>
 
