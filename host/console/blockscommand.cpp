@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <map>
 
+#include "bom/TableSource.h"
 #include "host/console/commandline.h"
 #include "host/console/drawingsession.h"
 #include "host/console/listencoding.h"
@@ -75,7 +76,11 @@ int runBlocksCommand(const std::vector<std::string>& arguments) {
         line.append(width - entry.name.size() + 1, ' ');
         line += rightAligned(countOf(model, entry.name), 7);
         if (!layouts.empty()) line += rightAligned(countOf(layouts, entry.name), 7) + " in layouts";
-        if (prices && entry.marked == 0) line += "  no price";
+        // The module's own tables are no items to price.
+        if (IsPriceTableNamed(session->document(), entry.name))
+            line += "  price table";
+        else if (prices && entry.marked == 0)
+            line += "  no price";
         writeStandardOutput(line + "\n");
     }
     return kExitOk;

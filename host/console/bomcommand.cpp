@@ -283,11 +283,33 @@ TableSource tableSource(const BomRequest& request) {
     return source;
 }
 
+// The price tables the drawing holds already, by name: a new one comes after them.
+std::wstring priceTablesOf(const AcDbDatabase& database) {
+    std::wstring names;
+    for (const AcDbObjectId block : database.blockTableRecordIds()) {
+        std::wstring name;
+        if (!IsPriceTable(database, block) ||
+            database.getBlockTableRecordName(block, name) != Acad::eOk)
+            continue;
+        names += (names.empty() ? L"" : L", ") + name;
+    }
+    return names;
+}
+
 // Draws the table block into the drawing, inserts it at the corner and saves the drawing.
 int drawTable(DrawingSession& session, const BomRequest& request, const DisplayedResults& shown) {
     EnsureTableTextStyle();
+    const std::wstring earlier = priceTablesOf(session.document());
     std::wstring blockName;
     if (!NextTableBlockName(blockName)) return kExitFailure;
+    if (!earlier.empty())
+        std::fprintf(stderr,
+                     "%s: holds the price table%s %s already, which %s not counted; the new table "
+                     "is %s\n",
+                     session.path().c_str(), earlier.find(L',') == std::wstring::npos ? "" : "s",
+                     NativePath(earlier).c_str(),
+                     earlier.find(L',') == std::wstring::npos ? "is" : "are",
+                     NativePath(blockName).c_str());
     PriceTableExtent extent;
     if (!DrawPriceTable(shown.rows, request.showPrices, blockName.c_str(), kTableTextStyle, 1.0,
                         extent))

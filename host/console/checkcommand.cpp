@@ -7,6 +7,7 @@
 #include <set>
 
 #include "bom/BomRows.h"
+#include "bom/TableSource.h"
 #include "host/console/commandline.h"
 #include "host/console/drawingsession.h"
 #include "host/console/jsonwriter.h"
@@ -402,6 +403,7 @@ bool checkList(const ParsedArguments& args, const std::string& drawing, const Ch
     options.nested = args.has("--nested");
     options.recordNames = args.has("--record-names");
     options.arraysAsOne = args.has("--arrays-as-one");
+    options.leaveOut = [&document](AcDbObjectId block) { return IsPriceTable(document, block); };
     // Layouts are counted apart either way: to count them, or to tell what the count leaves out.
     auto spaces = tallySpaces(document, drawing, options);
     if (!spaces.isOk()) {

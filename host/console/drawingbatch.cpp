@@ -10,6 +10,7 @@
 #include <system_error>
 #include <thread>
 
+#include "bom/TableSource.h"
 #include "host/console/drawingsession.h"
 #include "host/console/messages.h"
 #include "host/console/progressline.h"
@@ -63,8 +64,13 @@ void countOne(CountedDrawing& drawing, std::size_t index, const BatchOptions& op
     }
     std::unique_ptr<DxfDocument> document = read.takeValue();
     drawing.repairs = document->repairs();
+    // The module's price tables are no items of a bill of materials.
+    TallyOptions tallyOptions = options.tally;
+    tallyOptions.leaveOut = [&document](AcDbObjectId block) {
+        return IsPriceTable(*document, block);
+    };
     if (options.layouts) {
-        auto spaces = tallySpaces(*document, drawing.path, options.tally);
+        auto spaces = tallySpaces(*document, drawing.path, tallyOptions);
         if (!spaces.isOk()) {
             drawing.error = spaces.errorString();
             return;
@@ -72,7 +78,7 @@ void countOne(CountedDrawing& drawing, std::size_t index, const BatchOptions& op
         drawing.spaces = spaces.takeValue();
         drawing.tally = mergeTallies(drawing.spaces);
     } else {
-        auto tally = tallyDrawing(*document, drawing.path, options.tally);
+        auto tally = tallyDrawing(*document, drawing.path, tallyOptions);
         if (!tally.isOk()) {
             drawing.error = tally.errorString();
             return;

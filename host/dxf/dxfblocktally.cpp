@@ -58,6 +58,11 @@ public:
     bool countSelection() {
         std::vector<SelectedBlock> selected;
         if (!selectBlocks(selected)) return false;
+        if (m_options.leaveOut) {
+            std::erase_if(selected, [&](const SelectedBlock& block) {
+                return m_options.leaveOut(block.record);
+            });
+        }
         if (!m_options.nested) {
             for (const SelectedBlock& block : selected)
                 add(block.record, block.references, block.fromArrays);
@@ -208,6 +213,7 @@ private:
         for (const auto& reference : m_document.referencesInBlock(record)) {
             const AcDbObjectId nested = recordOf(reference.blockName);
             if (nested.isNull()) return false;
+            if (m_options.leaveOut && m_options.leaveOut(nested)) continue;
             const auto [at, isNew] = position.try_emplace(nested, visit.content.size());
             if (isNew) visit.content.push_back({nested, 0, false});
             NestedBlock& entry = visit.content[at->second];

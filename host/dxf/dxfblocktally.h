@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,9 @@ struct TallyOptions {
     bool arraysAsOne = false;  // an array (MINSERT) counts once, not columns x rows times
     // The space counted: model space, or one paper-space layout of DxfDocument::layoutNames().
     std::optional<std::size_t> layout;
+    // Blocks whose references are no items and are not counted (price tables, say); none when
+    // empty.
+    std::function<bool(AcDbObjectId record)> leaveOut;
 };
 
 struct TalliedBlock {

@@ -1,6 +1,7 @@
 // Drawings as other programs write them, written here by ezdxf: arrays counted as what they place,
-// references in layouts counted on request and told apart, and damaged structures refused with a
-// hint or read with --recover, counted as the whole drawing is and saved mended.
+// references in layouts counted on request and told apart, the module's own tables left out of a
+// count, and damaged structures refused with a hint or read with --recover, counted as the whole
+// drawing is and saved mended.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -45,9 +46,7 @@ TEST_F(ConsoleWildDrawings, ArraysCountTheirColumnsTimesRowsUnlessAskedToCountOn
         std::vector<std::string> options;
         std::string chairs;
     };
-    for (const Case& c : {Case{{}, "26"},
-                          Case{{"--nested"}, "38"},
-                          Case{{"--arrays-as-one"}, "2"},
+    for (const Case& c : {Case{{}, "26"}, Case{{"--nested"}, "38"}, Case{{"--arrays-as-one"}, "2"},
                           Case{{"--nested", "--arrays-as-one"}, "4"}}) {
         std::vector<std::string> arguments{"bom", "@plan.dxf"};
         arguments.insert(arguments.end(), c.options.begin(), c.options.end());
@@ -100,6 +99,28 @@ TEST_F(ConsoleWildDrawings, LayoutsAreCountedOnRequestAndToldApartOtherwise) {
               "DOOR             2      2 in layouts\n");
 }
 
+TEST_F(ConsoleWildDrawings, PriceTablesAreNoItemsWhenADrawingIsCountedAgain) {
+    const ProcessResult first = bom({"floorplan.dxf"}, {"--table-at", "21,9"});
+    ASSERT_EQ(first.exitCode, 0) << first.err;
+    const ProcessResult second = bom({"floorplan-bom.dxf"}, {"--table-at", "40,9"});
+    ASSERT_EQ(second.exitCode, 0) << second.err;
+    EXPECT_EQ(second.out, first.out);
+    EXPECT_EQ(second.err, at("@floorplan-bom.dxf") +
+                              ": holds the price table QTB0001 already, which is not counted; "
+                              "the new table is QTB0002\n" +
+                              at("@floorplan-bom-bom.dxf") + ": table QTB0002 inserted\n");
+    const ProcessResult blocks =
+        tarnwick({"blocks", "@floorplan-bom-bom.dxf", "--prices", "@prices.prc"});
+    EXPECT_NE(blocks.out.find("QTB0001             1  price table\nQTB0002             1  price "
+                              "table\n"),
+              std::string::npos)
+        << blocks.out;
+    const ProcessResult check =
+        tarnwick({"check", "@floorplan-bom-bom.dxf", "--prices", "@prices.prc"});
+    EXPECT_EQ(check.out.find("QTB"), std::string::npos) << check.out;
+    EXPECT_EQ(tarnwick({"check", "@floorplan-bom-bom.dxf"}).exitCode, 0);
+}
+
 // Messages after "DRAWING:LINE", where LINE is the damage's line and, for the refusal, the lines
 // after it that the strict read still takes.
 struct Damage {
@@ -149,8 +170,7 @@ INSTANTIATE_TEST_SUITE_P(
                ": \"0 ENDSEC\" inside ENTITIES left out: the section goes on after it"},
         Damage{"outside-sections", 0, ": expected \"0 SECTION\" or \"0 EOF\", found \"0 LINE\"",
                ": records outside any section put into a new ENTITIES section"},
-        Damage{"missing-eof", 0,
-               ": expected \"0 SECTION\" or \"0 EOF\", found the end of the file",
+        Damage{"missing-eof", 0, ": expected \"0 SECTION\" or \"0 EOF\", found the end of the file",
                ": \"0 EOF\" added at the end of the file"}),
     [](const auto& info) {
         std::string name = info.param.kind;
