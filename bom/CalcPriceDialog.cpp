@@ -58,6 +58,9 @@ void CalcPriceDialog::LoadSettings() {
     const SettingsPaths paths = CalculationSettingsPaths();
     ReadColumnWidths(paths.widths, m_grid.SavedWidths().data(), kBomColumnCount);
     ReadFileNameSetting(paths.fileName, lastCalcFileName);
+    int texts = 0;
+    ReadColumnWidths(GetSettingsPaths(modulePath, kTableFormSettingsFile).widths, &texts, 1);
+    m_tableForm = texts == 1 ? TableForm::Texts : TableForm::Attributes;
 }
 
 bool CalcPriceDialog::LoadPriceList(const std::wstring& path) {
@@ -143,7 +146,7 @@ void CalcPriceDialog::OnInsert() {
         return;
     }
     m_tableBlockName = blockName;
-    if (m_grid.DrawPriceTable(blockName.c_str(), kTableTextStyle, 1.0) != 1) {
+    if (m_grid.DrawPriceTable(blockName.c_str(), kTableTextStyle, 1.0, m_tableForm) != 1) {
         EndDialog(IDCANCEL);
         return;
     }
@@ -157,6 +160,7 @@ void CalcPriceDialog::RecordSource() {
     source->priceList = m_priceListLoaded ? lastCalcFileName : std::wstring();
     source->showPrices = showPricesFlag != 0;
     source->scale = 1.0;
+    source->textForm = m_tableForm == TableForm::Texts;
     source->onlyPriced = m_grid.ListOnlyPricedBlocks();
     if (m_grid.IsSorted()) {
         source->sortColumn = m_grid.SortedColumn();

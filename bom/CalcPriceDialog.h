@@ -68,6 +68,7 @@ private:
     MyCug2 m_grid;
     BomCalculation m_calculation;
     std::wstring m_tableBlockName;  // "QTB" and four digits once "&Insert" drew the table
+    TableForm m_tableForm = TableForm::Attributes;  // from "tabletext.set"
     bool m_priceListLoaded = false;
     bool m_initialised = false;
     QLabel* m_fileLabel = nullptr;

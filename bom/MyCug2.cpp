@@ -164,10 +164,11 @@ void MyCug2::ComputeColumnChars(std::int32_t* widths, int count) {
     ::ComputeColumnChars(ShownRows(), showPricesFlag != 0, widths, count);
 }
 
-int MyCug2::DrawPriceTable(const wchar_t* blockName, const wchar_t* styleName, double scale) {
+int MyCug2::DrawPriceTable(const wchar_t* blockName, const wchar_t* styleName, double scale,
+                           TableForm form) {
     PriceTableExtent extent;
-    const int drawn =
-        ::DrawPriceTable(ShownRows(), showPricesFlag != 0, blockName, styleName, scale, extent);
+    const int drawn = ::DrawPriceTable(ShownRows(), showPricesFlag != 0, blockName, styleName,
+                                       scale, extent, form);
     if (drawn) {
         m_tableWidth = extent.width;
         m_tableHeight = extent.height;

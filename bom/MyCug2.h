@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "bom/BomRows.h"
+#include "bom/PriceTable.h"
 #include "bom/ResultString.h"
 #include "grid/CUGCtrl.h"
 #include "grid/CUGSortArrowType.h"
@@ -37,7 +38,8 @@ public:
     void ApplyShowPrices();
     void ComputeColumnChars(std::int32_t* widths, int count);
     // The table block from the rows as shown; 1 when drawn, with its size kept here.
-    int DrawPriceTable(const wchar_t* blockName, const wchar_t* styleName, double scale);
+    int DrawPriceTable(const wchar_t* blockName, const wchar_t* styleName, double scale,
+                       TableForm form = TableForm::Attributes);
     // 1 when written; 0 after the alert.
     int WriteReport(const std::wstring& path);
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cwchar>
 
+#include "bom/TableSource.h"
 #include "host/api/acededitor.h"
 #include "text/CaseRules.h"
 #include "text/Numbers.h"
@@ -33,12 +34,17 @@ bool FindTextStyle(const AcDbDatabase& database, const wchar_t* styleName, AcDbO
     return false;
 }
 
-// Draws one row of attribute definitions at height `y`.
+// Draws the table's cells, in the form asked for, and its rules.
 class TableWriter {
 public:
     TableWriter(AcDbDatabase& database, AcDbObjectId record, AcDbObjectId style,
-                const MergeTable& layout, double scale)
-        : m_database(database), m_record(record), m_style(style), m_layout(layout), m_scale(scale) {}
+                const MergeTable& layout, double scale, TableForm form)
+        : m_database(database),
+          m_record(record),
+          m_style(style),
+          m_layout(layout),
+          m_scale(scale),
+          m_form(form) {}
 
     void Text(double y, const std::wstring& text, const std::wstring& tag, int column,
               int justification) {
@@ -46,7 +52,17 @@ public:
             MakeAttributeDefinition({0.0, y, 0.0}, m_scale, 1.0, text, tag, m_style, m_layout,
                                     column, justification);
         AcDbObjectId id;
-        m_database.appendAttributeDefinition(m_record, definition, id);
+        if (m_form == TableForm::Attributes) {
+            m_database.appendAttributeDefinition(m_record, definition, id);
+            return;
+        }
+        const AcDbText plain{definition.position,    definition.alignmentPoint,
+                             definition.height,      definition.widthFactor,
+                             definition.textString,  definition.textStyle,
+                             definition.horizontalMode, definition.verticalMode};
+        if (m_database.appendText(m_record, plain, id) != Acad::eOk) return;
+        m_database.setXData(id, kTableApplication,
+                            {resbuf::groupCode(1000, kTableCellKey), resbuf::groupCode(1000, tag)});
     }
 
     void Rule(double y) { AddLine(m_database, m_record, {Width(), y, 0.0}, {0.0, y, 0.0}); }
@@ -64,6 +80,7 @@ private:
     AcDbObjectId m_style;
     const MergeTable& m_layout;
     double m_scale;
+    TableForm m_form;
 };
 
 }  // namespace
@@ -119,7 +136,8 @@ void ComputeColumnChars(const std::vector<BomRow>& rows, bool showPrices, std::i
 }
 
 int DrawPriceTable(const std::vector<BomRow>& rows, bool showPrices, const wchar_t* blockName,
-                   const wchar_t* styleName, double scale, PriceTableExtent& extent) {
+                   const wchar_t* styleName, double scale, PriceTableExtent& extent,
+                   TableForm form) {
     AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
     AcDbObjectId record;
     AcDbObjectId style;
@@ -130,7 +148,9 @@ int DrawPriceTable(const std::vector<BomRow>& rows, bool showPrices, const wchar
     std::int32_t widths[kBomColumnCount];
     ComputeColumnChars(rows, showPrices, widths, kBomColumnCount);
     const MergeTable layout(s, 1.2 * s, widths, kBomColumnCount, static_cast<std::int32_t>(rows.size()));
-    TableWriter table(*database, record, style, layout, s);
+    // The texts' cells are named under the application the tables record their source with.
+    if (form == TableForm::Texts) database->registerApplication(kTableApplication);
+    TableWriter table(*database, record, style, layout, s, form);
 
     const double top = 2.0 * s;
     double y = 0.0;

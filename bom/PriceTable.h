@@ -32,6 +32,14 @@ bool NextTableBlockName(std::wstring& name);
 void ComputeColumnChars(const std::vector<BomRow>& rows, bool showPrices, std::int32_t* widths,
                         int count);
 
+// How a table shows its cells: attribute definitions with an attributed reference (the CAD
+// program's form), or plain texts at the same points that every viewer draws, each naming its
+// cell in extended data.
+enum class TableForm { Attributes, Texts };
+
+// The extended data item that names a text's cell ("QUANTITY3") in the text form.
+inline constexpr const wchar_t* kTableCellKey = L"CELL";
+
 struct PriceTableExtent {
     double width = 0.0;
     double height = 0.0;
@@ -41,7 +49,8 @@ struct PriceTableExtent {
 // its base point at the table's upper left corner. 1 on success with the table's size at this
 // scale; 0 after an alert.
 int DrawPriceTable(const std::vector<BomRow>& rows, bool showPrices, const wchar_t* blockName,
-                   const wchar_t* styleName, double scale, PriceTableExtent& extent);
+                   const wchar_t* styleName, double scale, PriceTableExtent& extent,
+                   TableForm form = TableForm::Attributes);
 
 // Justification: 0 left, 1 centre, 2 right. The text keeps 1 drawing unit from the column's rules.
 AcDbAttributeDefinition MakeAttributeDefinition(const AcGePoint3d& position, double height,

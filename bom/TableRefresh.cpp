@@ -203,10 +203,11 @@ std::vector<BomRow> ReadTableRows(const AcDbDatabase& database, AcDbObjectId blo
     std::vector<AcDbObjectId> entities;
     database.getBlockEntityIds(block, entities);
     for (const AcDbObjectId id : entities) {
-        AcDbAttributeDefinition definition;
-        if (database.openAttributeDefinition(id, definition) != Acad::eOk) continue;
-        if (const auto cell = CellOfTag(definition.tag))
-            rows[cell->second][static_cast<std::size_t>(cell->first)] = definition.textString;
+        std::wstring tag;
+        std::wstring text;
+        if (!TableCellOf(database, id, tag, text)) continue;
+        if (const auto cell = CellOfTag(tag))
+            rows[cell->second][static_cast<std::size_t>(cell->first)] = text;
     }
     std::vector<BomRow> ordered;
     for (auto& [number, row] : rows) ordered.push_back(std::move(row));
@@ -246,7 +247,8 @@ int RefreshPriceTable(const PriceTableCheck& check) {
     for (const AcDbObjectId id : entities) database->eraseEntity(id);
     PriceTableExtent extent;
     if (!DrawPriceTable(check.rows, check.source.showPrices, check.name.c_str(), kTableTextStyle,
-                        check.source.scale, extent))
+                        check.source.scale, extent,
+                        check.source.textForm ? TableForm::Texts : TableForm::Attributes))
         return 0;
     TableSource source = check.source;
     source.priceList = check.priceList;

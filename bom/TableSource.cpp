@@ -209,6 +209,7 @@ constexpr Field kFields[] = {
     {L"ARRAYS AS ONE", [](XDataReader& in, TableSource& s) { return in.Flag(s.arraysAsOne); }},
     {L"LAYOUTS", [](XDataReader& in, TableSource& s) { return in.Flag(s.layouts); }},
     {L"TABLES COUNTED", [](XDataReader& in, TableSource& s) { return in.Flag(s.countsTables); }},
+    {L"TEXT FORM", [](XDataReader& in, TableSource& s) { return in.Flag(s.textForm); }},
     {L"ONLY PRICED", [](XDataReader& in, TableSource& s) { return in.Flag(s.onlyPriced); }},
     {L"SORT", ReadSort},
     {L"ROWS", [](XDataReader& in, TableSource& s) { return Assign(in.String(), s.rowsDigest); }},
@@ -274,6 +275,7 @@ std::vector<resbuf> TableSourceXData(const TableSource& source) {
     out.Flag(L"ARRAYS AS ONE", source.arraysAsOne);
     out.Flag(L"LAYOUTS", source.layouts);
     out.Flag(L"TABLES COUNTED", source.countsTables);
+    out.Flag(L"TEXT FORM", source.textForm);
     out.Flag(L"ONLY PRICED", source.onlyPriced);
     out.Key(L"SORT");
     out.Add(Short(static_cast<short>(source.sortColumn)));
@@ -420,11 +422,32 @@ bool IsPriceTable(const AcDbDatabase& database, AcDbObjectId block) {
     std::vector<AcDbObjectId> entities;
     database.getBlockEntityIds(block, entities);
     return std::any_of(entities.begin(), entities.end(), [&](AcDbObjectId entity) {
-        AcDbAttributeDefinition definition;
-        return database.openAttributeDefinition(entity, definition) == Acad::eOk &&
-               definition.tag == kTableColumnTags[kNameColumn];
+        std::wstring tag;
+        std::wstring text;
+        return TableCellOf(database, entity, tag, text) && tag == kTableColumnTags[kNameColumn];
     });
 }
+
+bool TableCellOf(const AcDbDatabase& database, AcDbObjectId entity, std::wstring& tag,
+                  std::wstring& text) {
+    AcDbAttributeDefinition definition;
+    if (database.openAttributeDefinition(entity, definition) == Acad::eOk) {
+        tag = definition.tag;
+        text = definition.textString;
+        return true;
+    }
+    AcDbText plain;
+    std::vector<resbuf> items;
+    if (database.openText(entity, plain) != Acad::eOk ||
+        database.getXData(entity, kTableApplication, items) != Acad::eOk || items.size() != 2 ||
+        items[0].restype != 1000 || std::wstring(items[0].resval.rstring) != kTableCellKey ||
+        items[1].restype != 1000)
+        return false;
+    tag = items[1].resval.rstring;
+    text = plain.textString;
+    return true;
+}
+
 
 bool IsPriceTableNamed(const AcDbDatabase& database, const std::wstring& name) {
     AcDbObjectId block;

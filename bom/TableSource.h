@@ -40,6 +40,7 @@ struct TableSource {
     // Price tables met were counted as blocks: the module's rule, where a selected table counts.
     // Without it, as the console counts, no price table is an item of another.
     bool countsTables = false;
+    bool textForm = false;  // cells drawn as plain texts (TableForm::Texts)
     bool onlyPriced = false;
     int sortColumn = -1;  // the column last sorted by in the grid; -1: rows as counted
     bool sortAscending = true;
@@ -64,8 +65,12 @@ std::vector<BomRow> ShownTableRows(const std::vector<BomRow>& rows, bool showPri
 std::wstring DigestOfRows(const std::vector<BomRow>& rows, bool showPrices);
 
 // Whether a block of the drawing is a price table the module drew: its name is "QTB" and four
-// digits, and it records its source or holds the attribute definition of the heading "BLOCKNAME".
+// digits, and it records its source or holds the heading cell "BLOCKNAME".
 bool IsPriceTable(const AcDbDatabase& database, AcDbObjectId block);
+// The tag and text of a table's cell: an attribute definition's, or those of a text that names
+// its cell in extended data (the text form). False for any other entity.
+bool TableCellOf(const AcDbDatabase& database, AcDbObjectId entity, std::wstring& tag,
+                 std::wstring& text);
 // The same for a block named; false when the drawing has no block of that name.
 bool IsPriceTableNamed(const AcDbDatabase& database, const std::wstring& name);
 

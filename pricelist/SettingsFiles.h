@@ -6,6 +6,8 @@
 inline constexpr const wchar_t* kPriceListSettingsFile = L"tarnwick1.set";
 inline constexpr const wchar_t* kCalculationSettingsFile = L"tarnwick2.set";
 inline constexpr const wchar_t* kFileNameSettingsFile = L"filename.set";
+// One integer beside the others, written by the user: 1 draws price tables as plain texts.
+inline constexpr const wchar_t* kTableFormSettingsFile = L"tabletext.set";
 
 struct SettingsPaths {
     std::wstring widths;    // "tarnwick1.set" or "tarnwick2.set"

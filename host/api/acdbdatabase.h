@@ -35,6 +35,8 @@ public:
     virtual Acad::ErrorStatus appendAttributeDefinition(AcDbObjectId record,
                                                         const AcDbAttributeDefinition& definition,
                                                         AcDbObjectId& id) = 0;
+    virtual Acad::ErrorStatus appendText(AcDbObjectId record, const AcDbText& text,
+                                         AcDbObjectId& id) = 0;
 
     // Text style table.
     virtual Acad::ErrorStatus getTextStyleId(const std::wstring& name, AcDbObjectId& id) const = 0;
@@ -59,6 +61,8 @@ public:
     // `acdbOpenObject` of an attribute definition: eWrongObjectType for any other entity.
     virtual Acad::ErrorStatus openAttributeDefinition(
         AcDbObjectId entity, AcDbAttributeDefinition& definition) const = 0;
+    // `acdbOpenObject` of a text: eWrongObjectType for any other entity.
+    virtual Acad::ErrorStatus openText(AcDbObjectId entity, AcDbText& text) const = 0;
     // `AcDbEntity::erase`: the entity, and the attributes of a reference with it.
     virtual Acad::ErrorStatus eraseEntity(AcDbObjectId entity) = 0;
     // The references to a block record, wherever they stand (`getBlockReferenceIds`).

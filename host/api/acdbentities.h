@@ -39,6 +39,19 @@ struct AcDbAttributeDefinition {
     friend bool operator==(const AcDbAttributeDefinition&, const AcDbAttributeDefinition&) = default;
 };
 
+// A line of text, placed as an attribute definition is; what every viewer draws.
+struct AcDbText {
+    AcGePoint3d position;
+    AcGePoint3d alignmentPoint;
+    double height = 1.0;
+    double widthFactor = 1.0;
+    std::wstring textString;
+    AcDbObjectId textStyle;
+    AcDb::TextHorzMode horizontalMode = AcDb::kTextLeft;
+    AcDb::TextVertMode verticalMode = AcDb::kTextBase;
+    friend bool operator==(const AcDbText&, const AcDbText&) = default;
+};
+
 struct AcDbBlockReference {
     AcDbObjectId blockTableRecord;
     AcGePoint3d position;

@@ -37,6 +37,7 @@ const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required}
                                        {"--report", OptionSpec::Value::Optional},
                                        {"--table-at", OptionSpec::Value::Required},
                                        {"--scale", OptionSpec::Value::Required},
+                                       {"--table-text", OptionSpec::Value::None},
                                        {"--hide-prices", OptionSpec::Value::None},
                                        {"--only-priced", OptionSpec::Value::None},
                                        {"--window", OptionSpec::Value::Required},
@@ -58,6 +59,7 @@ struct BomRequest {
     std::optional<std::string> listEncoding;  // the list's code page, when it is named
     std::optional<std::string> report;        // "" for the proposed name
     std::optional<ads_point> tableCorner;
+    TableForm tableForm = TableForm::Attributes;
     double scale = 1.0;
     bool showPrices = true;
     bool onlyPriced = false;
@@ -87,6 +89,10 @@ std::optional<std::string> readTableOptions(const ParsedArguments& args, BomRequ
     }
     request.output = args.value("-o").value_or(proposedDrawingOutput(request.drawings.front()));
     if (args.has("-o") && !request.tableCorner) return "-o goes with --table-at";
+    if (args.has("--table-text")) {
+        if (!request.tableCorner) return "--table-text goes with --table-at";
+        request.tableForm = TableForm::Texts;
+    }
     return std::nullopt;
 }
 
@@ -279,6 +285,7 @@ TableSource tableSource(const BomRequest& request) {
     source.recordNames = request.tally.recordNames;
     source.arraysAsOne = request.tally.arraysAsOne;
     source.layouts = request.layouts;
+    source.textForm = request.tableForm == TableForm::Texts;
     source.onlyPriced = request.onlyPriced;
     return source;
 }
@@ -312,7 +319,7 @@ int drawTable(DrawingSession& session, const BomRequest& request, const Displaye
                      NativePath(blockName).c_str());
     PriceTableExtent extent;
     if (!DrawPriceTable(shown.rows, request.showPrices, blockName.c_str(), kTableTextStyle, 1.0,
-                        extent))
+                        extent, request.tableForm))
         return kExitFailure;
     if (!RecordTableSource(blockName, tableSource(request), shown.rows))
         return fail(session.path(), "the table's source could not be recorded");

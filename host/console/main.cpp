@@ -33,6 +33,8 @@ constexpr const char* kUsage =
     "      --table-at X,Y          draw the table block (\"QTB\" and four digits) and insert it\n"
     "                              with its upper left corner at X,Y (one drawing only)\n"
     "      --scale S               ... at scale S (default 1)\n"
+    "      --table-text            ... with its cells as plain texts, which every viewer draws,\n"
+    "                              instead of attribute definitions and attributes\n"
     "      -o OUT                  write the drawing with the table to OUT (default: beside\n"
     "                              DRAWING, \"-bom\" before the extension)\n"
     "      --hide-prices           leave out item prices, totals and the summary\n"

@@ -75,6 +75,8 @@ struct DxfDynamicBlockLink {
 // with its structure mended.
 enum class DxfReading { Strict, Recover };
 
+class DxfRecordBuilder;
+
 class DxfDocument final : public AcDbDatabase {
 public:
     static DxfResult<std::unique_ptr<DxfDocument>> readFile(
@@ -185,6 +187,9 @@ public:
     Acad::ErrorStatus getBlockEntityIds(AcDbObjectId record,
                                         std::vector<AcDbObjectId>& ids) const override;
     Acad::ErrorStatus getModelSpaceEntityIds(std::vector<AcDbObjectId>& ids) const override;
+    Acad::ErrorStatus appendText(AcDbObjectId record, const AcDbText& text,
+                                 AcDbObjectId& id) override;
+    Acad::ErrorStatus openText(AcDbObjectId entity, AcDbText& text) const override;
     Acad::ErrorStatus openAttributeDefinition(AcDbObjectId entity,
                                               AcDbAttributeDefinition& definition) const override;
     Acad::ErrorStatus eraseEntity(AcDbObjectId entity) override;
@@ -294,6 +299,10 @@ private:
         double rotation;  // degrees
         double widthFactor;
     };
+    // The bytes of a text style's name; empty for no style of the drawing.
+    std::string_view styleNameOf(AcDbObjectId style) const;
+    // What TEXT and ATTDEF share: the layer and the AcDbText part up to the alignment point.
+    void addTextPart(DxfRecordBuilder& b, const AcDbText& text) const;
     PlacedAttribute placeAttribute(std::uint32_t definition, const AcDbBlockReference& reference,
                                    const AcGePoint3d& basePoint) const;
     void insertAttribute(std::uint32_t anchor, const PlacedAttribute& attribute,

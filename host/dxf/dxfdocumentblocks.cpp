@@ -5,6 +5,7 @@
 
 #include "host/dxf/dxfblocktally.h"
 #include "host/dxf/dxfdocument.h"
+#include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfviews.h"
 
 namespace {
@@ -87,6 +88,32 @@ Acad::ErrorStatus DxfDocument::openAttributeDefinition(AcDbObjectId entity,
         definition.constant = (view.flags & 2) != 0;
         definition.verifiable = (view.flags & 4) != 0;
         definition.preset = (view.flags & 8) != 0;
+        return Acad::eOk;
+    });
+}
+
+Acad::ErrorStatus DxfDocument::openText(AcDbObjectId entity, AcDbText& text) const {
+    return guarded([&] {
+        const auto record = recordOf(entity);
+        if (!record) return Acad::eNullObjectId;
+        if (m_records.isWithdrawn(*record)) return Acad::eWasErased;
+        const DxfTagRange tags = m_records.tags(*record);
+        if (tags.size() == 0 || dxfTrimmed(m_tags.value(tags[0])) != "TEXT")
+            return Acad::eWrongObjectType;
+        // A text's fields are an attribute definition's, but for its vertical alignment (73).
+        const DxfAttributeDefinitionView view = readAttributeDefinition(m_tags, tags);
+        text = AcDbText{};
+        text.position = view.firstPoint;
+        text.alignmentPoint = view.secondPoint;
+        text.height = view.height;
+        text.widthFactor = view.widthFactor;
+        text.textString = m_codec.decode(view.text);
+        if (const auto style = m_styles.find(internedText(view.style)))
+            text.textStyle = idOf(m_styles.record(*style));
+        text.horizontalMode = static_cast<AcDb::TextHorzMode>(view.horizontal);
+        const auto vertical = findTag(m_tags, tags, 73);
+        text.verticalMode = static_cast<AcDb::TextVertMode>(
+            vertical ? m_tags.integer(tags[*vertical]).value_or(0) : 0);
         return Acad::eOk;
     });
 }

@@ -279,6 +279,26 @@ Acad::ErrorStatus DxfDocument::appendLine(AcDbObjectId record, const AcDbLine& l
     });
 }
 
+std::string_view DxfDocument::styleNameOf(AcDbObjectId style) const {
+    const auto record = recordOf(style);
+    return record && m_styles.findRecord(*record) ? nameBytes(*record) : std::string_view();
+}
+
+void DxfDocument::addTextPart(DxfRecordBuilder& b, const AcDbText& text) const {
+    // Centred and right-justified text hangs on its second point; the first is recomputed by
+    // the CAD program, so both are written as the alignment point.
+    const bool aligned =
+        text.horizontalMode != AcDb::kTextLeft || text.verticalMode != AcDb::kTextBase;
+    b.text(8, "0").subclass("AcDbText");
+    b.point(10, aligned ? text.alignmentPoint : text.position);
+    b.real(40, text.height).text(1, m_codec.encode(text.textString));
+    b.real(41, text.widthFactor);
+    if (const std::string_view style = styleNameOf(text.textStyle); !style.empty())
+        b.text(7, style);
+    b.integer(72, text.horizontalMode);
+    if (aligned) b.point(11, text.alignmentPoint);
+}
+
 Acad::ErrorStatus DxfDocument::appendAttributeDefinition(AcDbObjectId record,
                                                          const AcDbAttributeDefinition& definition,
                                                          AcDbObjectId& id) {
@@ -289,27 +309,16 @@ Acad::ErrorStatus DxfDocument::appendAttributeDefinition(AcDbObjectId record,
         if (!finite(definition.position) || !finite(definition.alignmentPoint) ||
             !finite(definition.height, definition.widthFactor))
             return Acad::eInvalidInput;
-        std::string_view style;
-        if (const auto styleRecord = recordOf(definition.textStyle);
-            styleRecord && m_styles.findRecord(*styleRecord))
-            style = nameBytes(*styleRecord);
-        // Centred and right-justified text hangs on its second point; the first is recomputed by
-        // the CAD program, so both are written as the alignment point.
-        const bool aligned = definition.horizontalMode != AcDb::kTextLeft ||
-                             definition.verticalMode != AcDb::kTextBase;
         const std::int64_t flags = (definition.invisible ? 1 : 0) | (definition.constant ? 2 : 0) |
                                    (definition.verifiable ? 4 : 0) | (definition.preset ? 8 : 0);
         const Placement placement = placementIn(*block);
         DxfRecordBuilder b(m_tags, m_dialect, "ATTDEF");
         b.handle(newHandle()).owner(placement.owner).subclass("AcDbEntity");
         if (placement.paperSpace) b.integer(67, 1);
-        b.text(8, "0").subclass("AcDbText");
-        b.point(10, aligned ? definition.alignmentPoint : definition.position);
-        b.real(40, definition.height).text(1, m_codec.encode(definition.textString));
-        b.real(41, definition.widthFactor);
-        if (!style.empty()) b.text(7, style);
-        b.integer(72, definition.horizontalMode);
-        if (aligned) b.point(11, definition.alignmentPoint);
+        addTextPart(b, AcDbText{definition.position, definition.alignmentPoint, definition.height,
+                                definition.widthFactor, definition.textString,
+                                definition.textStyle, definition.horizontalMode,
+                                definition.verticalMode});
         b.subclass("AcDbAttributeDefinition");
         if (m_dialect.attributeLock) b.integer(280, 0);
         b.text(3, m_codec.encode(definition.prompt)).text(2, m_codec.encode(definition.tag));
@@ -322,6 +331,26 @@ Acad::ErrorStatus DxfDocument::appendAttributeDefinition(AcDbObjectId record,
             setBlockFlag(*info.definition, kHasAttributeDefinitions);
         }
         id = idOf(entity);
+        return Acad::eOk;
+    });
+}
+
+Acad::ErrorStatus DxfDocument::appendText(AcDbObjectId record, const AcDbText& text,
+                                          AcDbObjectId& id) {
+    return guarded([&] {
+        if (record.isNull()) return Acad::eNullObjectId;
+        const auto block = blockIndex(record);
+        if (!block) return Acad::eWrongObjectType;
+        if (!finite(text.position) || !finite(text.alignmentPoint) ||
+            !finite(text.height, text.widthFactor))
+            return Acad::eInvalidInput;
+        const Placement placement = placementIn(*block);
+        DxfRecordBuilder b(m_tags, m_dialect, "TEXT");
+        b.handle(newHandle()).owner(placement.owner).subclass("AcDbEntity");
+        if (placement.paperSpace) b.integer(67, 1);
+        addTextPart(b, text);
+        b.subclass("AcDbText").integer(73, text.verticalMode);
+        id = idOf(appendEntity(placement, b.take()));
         return Acad::eOk;
     });
 }

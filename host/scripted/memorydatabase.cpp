@@ -172,6 +172,11 @@ Acad::ErrorStatus MemoryDatabase::appendAttributeDefinition(
     return appendEntity(record, definition, id);
 }
 
+Acad::ErrorStatus MemoryDatabase::appendText(AcDbObjectId record, const AcDbText& text,
+                                             AcDbObjectId& id) {
+    return appendEntity(record, text, id);
+}
+
 Acad::ErrorStatus MemoryDatabase::getTextStyleId(const std::wstring& name, AcDbObjectId& id) const {
     for (std::size_t i = 0; i < m_styles.size(); ++i) {
         if (sameName(m_styles[i].name, name)) {
@@ -250,18 +255,28 @@ Acad::ErrorStatus MemoryDatabase::getModelSpaceEntityIds(std::vector<AcDbObjectI
     return Acad::eOk;
 }
 
-Acad::ErrorStatus MemoryDatabase::openAttributeDefinition(
-    AcDbObjectId entity, AcDbAttributeDefinition& definition) const {
+// An entity of some block record, when it is of the kind asked for.
+template <typename Kind>
+Acad::ErrorStatus MemoryDatabase::openEntity(AcDbObjectId entity, Kind& out) const {
     for (const auto& [id, r] : m_records) {
         for (std::size_t i = 0; i < r.entityIds.size(); ++i) {
             if (r.entityIds[i] != entity) continue;
-            const auto* found = std::get_if<AcDbAttributeDefinition>(&r.entities[i]);
+            const auto* found = std::get_if<Kind>(&r.entities[i]);
             if (found == nullptr) return Acad::eWrongObjectType;
-            definition = *found;
+            out = *found;
             return Acad::eOk;
         }
     }
     return Acad::eWrongObjectType;
+}
+
+Acad::ErrorStatus MemoryDatabase::openAttributeDefinition(
+    AcDbObjectId entity, AcDbAttributeDefinition& definition) const {
+    return openEntity(entity, definition);
+}
+
+Acad::ErrorStatus MemoryDatabase::openText(AcDbObjectId entity, AcDbText& text) const {
+    return openEntity(entity, text);
 }
 
 Acad::ErrorStatus MemoryDatabase::eraseEntity(AcDbObjectId entity) {

@@ -11,7 +11,7 @@
 
 class MemoryDatabase final : public AcDbDatabase {
 public:
-    using Entity = std::variant<AcDbLine, AcDbAttributeDefinition>;
+    using Entity = std::variant<AcDbLine, AcDbAttributeDefinition, AcDbText>;
 
     struct BlockRecord {
         std::wstring name;
@@ -65,6 +65,8 @@ public:
     Acad::ErrorStatus appendAttributeDefinition(AcDbObjectId record,
                                                 const AcDbAttributeDefinition& definition,
                                                 AcDbObjectId& id) override;
+    Acad::ErrorStatus appendText(AcDbObjectId record, const AcDbText& text,
+                                 AcDbObjectId& id) override;
     Acad::ErrorStatus getTextStyleId(const std::wstring& name, AcDbObjectId& id) const override;
     Acad::ErrorStatus addTextStyle(const AcDbTextStyleTableRecord& style,
                                    AcDbObjectId& id) override;
@@ -77,6 +79,7 @@ public:
     Acad::ErrorStatus getModelSpaceEntityIds(std::vector<AcDbObjectId>& ids) const override;
     Acad::ErrorStatus openAttributeDefinition(AcDbObjectId entity,
                                               AcDbAttributeDefinition& definition) const override;
+    Acad::ErrorStatus openText(AcDbObjectId entity, AcDbText& text) const override;
     Acad::ErrorStatus eraseEntity(AcDbObjectId entity) override;
     Acad::ErrorStatus getBlockReferenceIds(AcDbObjectId record,
                                            std::vector<AcDbObjectId>& ids) const override;
@@ -98,6 +101,8 @@ private:
     AcDbObjectId newId() { return AcDbObjectId(m_nextId++); }
     BlockRecord* writableRecord(AcDbObjectId id);
     Acad::ErrorStatus appendEntity(AcDbObjectId record, Entity entity, AcDbObjectId& id);
+    template <typename Kind>
+    Acad::ErrorStatus openEntity(AcDbObjectId entity, Kind& out) const;
     std::vector<AcDbAttributeDefinition> placedAttributes(
         const AcDbBlockReference& reference) const;
     bool holds(AcDbObjectId id) const;

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "bom/CalcPriceState.h"
+#include "bom/TableSource.h"
 #include "pricelist/PriceListFile.h"
 #include "resources/BomReportTemplate.h"
 #include "resources/DialogBuilder.h"
@@ -176,6 +177,22 @@ TEST_F(CalcPriceDialogTest, InsertDrawsTheTableBlockAndEndsWithOk) {
     EXPECT_EQ(table->origin, (AcGePoint3d{0.0, 2.0, 0.0}));
     // The settings were saved first.
     EXPECT_FALSE(Settings("tarnwick2.set").empty());
+
+    // "tabletext.set" holding 1 asks for the texts every viewer draws, and the table records it.
+    m_folder.write("tabletext.set", "1 ");
+    const auto texts = OpenDialog(kDoorsList, DoorsDrawing());
+    ASSERT_TRUE(ClickDlgItem(*texts, IDC_REPORT_INSERT));
+    EXPECT_EQ(texts->TableBlockName(), L"QTB0002");
+    table = m_database.recordNamed(L"QTB0002");
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(std::count_if(table->entities.begin(), table->entities.end(),
+                            [](const auto& e) { return std::holds_alternative<AcDbText>(e); }),
+              5 + 5 * 5);
+    AcDbObjectId block;
+    ASSERT_EQ(m_database.getBlockTableRecordId(L"QTB0002", block), Acad::eOk);
+    const auto source = ReadTableSource(m_database, block);
+    ASSERT_TRUE(source.has_value());
+    EXPECT_TRUE(source->textForm);
 }
 
 TEST_F(CalcPriceDialogTest, InsertStopsAfterQtb9999) {

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "bom/PriceTable.h"
+#include "bom/TableSource.h"
 #include "host/scripted/memorydatabase.h"
 #include "host/scripted/scriptededitor.h"
 
@@ -17,21 +18,29 @@ std::string Number(double value) {
 
 std::string Narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
 
-// One line a entity: "L x,y x,y" for a line; "A TAG 'text' mode x,y x,y" for an attribute definition.
+// "'text' mode x,y x,y": a text or an attribute definition where it stands.
+template <typename Text>
+std::string Placed(const Text& a) {
+    const char* mode = a.horizontalMode == AcDb::kTextLeft     ? "left"
+                       : a.horizontalMode == AcDb::kTextCenter ? "centre"
+                                                               : "right";
+    return "'" + Narrow(a.textString) + "' " + mode + " " + Number(a.position.x) + "," +
+           Number(a.position.y) + " " + Number(a.alignmentPoint.x) + "," +
+           Number(a.alignmentPoint.y);
+}
+
+// One line a entity: "L x,y x,y" for a line; "A TAG 'text' mode x,y x,y" for an attribute
+// definition, "T 'text' mode x,y x,y" for a text.
 std::vector<std::string> Describe(const MemoryDatabase::BlockRecord& block) {
     std::vector<std::string> out;
     for (const auto& entity : block.entities) {
         if (const auto* line = std::get_if<AcDbLine>(&entity)) {
             out.push_back("L " + Number(line->startPoint.x) + "," + Number(line->startPoint.y) + " " +
                           Number(line->endPoint.x) + "," + Number(line->endPoint.y));
+        } else if (const auto* a = std::get_if<AcDbAttributeDefinition>(&entity)) {
+            out.push_back("A " + Narrow(a->tag) + " " + Placed(*a));
         } else {
-            const auto& a = std::get<AcDbAttributeDefinition>(entity);
-            const char* mode = a.horizontalMode == AcDb::kTextLeft     ? "left"
-                               : a.horizontalMode == AcDb::kTextCenter ? "centre"
-                                                                       : "right";
-            out.push_back("A " + Narrow(a.tag) + " '" + Narrow(a.textString) + "' " + mode + " " +
-                          Number(a.position.x) + "," + Number(a.position.y) + " " +
-                          Number(a.alignmentPoint.x) + "," + Number(a.alignmentPoint.y));
+            out.push_back("T " + Placed(std::get<AcDbText>(entity)));
         }
     }
     return out;
@@ -136,6 +145,39 @@ TEST_F(PriceTableTest, EveryDefinitionIsAVisiblePlainTextInTheTableStyle) {
     }
     EXPECT_DOUBLE_EQ(extent.width, 49 * 1.2 * 2.5);
     EXPECT_DOUBLE_EQ(extent.height, 9 * 2.5);
+}
+
+// Every viewer draws texts: the text form puts one where each definition would stand, with the
+// cell's tag in its extended data, and the table is known by it as by its definitions.
+TEST_F(PriceTableTest, TheTextFormPutsATextWhereEachDefinitionStandsNamingItsCell) {
+    EnsureTableTextStyle();
+    PriceTableExtent attributes;
+    PriceTableExtent texts;
+    ASSERT_EQ(DrawPriceTable(kDoorRows, true, L"QTB0001", L"QTBTABLE", 1.0, attributes), 1);
+    ASSERT_EQ(DrawPriceTable(kDoorRows, true, L"QTB0002", L"QTBTABLE", 1.0, texts,
+                             TableForm::Texts),
+              1);
+    EXPECT_DOUBLE_EQ(texts.width, attributes.width);
+    EXPECT_DOUBLE_EQ(texts.height, attributes.height);
+    const MemoryDatabase::BlockRecord& drawn = *m_database.recordNamed(L"QTB0002");
+    const auto expected = Describe(*m_database.recordNamed(L"QTB0001"));
+    const auto got = Describe(drawn);
+    ASSERT_EQ(got.size(), expected.size());
+    for (std::size_t i = 0; i < got.size(); ++i) {
+        if (!expected[i].starts_with("A ")) {
+            EXPECT_EQ(got[i], expected[i]);
+            continue;
+        }
+        const std::size_t text = expected[i].find(" '");
+        EXPECT_EQ(got[i], "T" + expected[i].substr(text));
+        std::wstring tag;
+        std::wstring shown;
+        ASSERT_TRUE(TableCellOf(m_database, drawn.entityIds[i], tag, shown));
+        EXPECT_EQ("A " + Narrow(tag), expected[i].substr(0, text));
+    }
+    AcDbObjectId id;
+    ASSERT_EQ(m_database.getBlockTableRecordId(L"QTB0002", id), Acad::eOk);
+    EXPECT_TRUE(IsPriceTable(m_database, id));
 }
 
 TEST_F(PriceTableTest, AnEmptyGridIsHeadingsBetweenTwoRules) {

@@ -41,8 +41,14 @@ protected:
     }
 };
 
-TEST_F(ConsoleTableRefreshTest, CheckNamesEachChangeAndRefreshDrawsTheTableAgainInPlace) {
-    makeTable("plan.dxf");
+// Both forms of a table: attribute definitions, and the plain texts of --table-text.
+class ConsoleTableFormsTest : public ConsoleTableRefreshTest,
+                              public ::testing::WithParamInterface<bool> {};
+
+TEST_P(ConsoleTableFormsTest, CheckNamesEachChangeAndRefreshDrawsTheTableAgainInPlace) {
+    const bool texts = GetParam();
+    makeTable("plan.dxf", texts ? std::vector<std::string>{"--table-text"}
+                                : std::vector<std::string>{});
     ProcessResult result = check("plan.dxf");
     EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
     EXPECT_EQ(result.out, "");
@@ -69,6 +75,15 @@ TEST_F(ConsoleTableRefreshTest, CheckNamesEachChangeAndRefreshDrawsTheTableAgain
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(ezdxf({"audit", "@edited-bom.dxf", "QTB0001"}), "ok\n");
     EXPECT_EQ(ezdxf({"same-but-tables", "@edited.dxf", "@edited-bom.dxf"}), "ok\n");
+    // Redrawn in the form it was made in: texts naming their cells, or attribute definitions.
+    const std::string redrawn = m_folder.read("edited-bom.dxf");
+    auto holdsValue = [&](const std::string& value) {
+        return redrawn.find("\n" + value + "\n") != std::string::npos ||
+               redrawn.find("\n" + value + "\r\n") != std::string::npos;
+    };
+    EXPECT_EQ(holdsValue("ATTDEF"), !texts);
+    EXPECT_EQ(holdsValue("CELL"), texts);
+    EXPECT_TRUE(holdsValue("QUANTITY3"));
     // A current drawing is not written again.
     result = tarnwick({"refresh", "@edited-bom.dxf", "-o", "@again.dxf"});
     EXPECT_EQ(result.exitCode, 0);
@@ -76,6 +91,9 @@ TEST_F(ConsoleTableRefreshTest, CheckNamesEachChangeAndRefreshDrawsTheTableAgain
               m_folder.path("edited-bom.dxf") + ": no table redrawn, nothing written\n");
     EXPECT_FALSE(std::filesystem::exists(m_folder.path("again.dxf")));
 }
+
+INSTANTIATE_TEST_SUITE_P(Forms, ConsoleTableFormsTest, ::testing::Bool(),
+                         [](const auto& info) { return info.param ? "texts" : "attributes"; });
 
 TEST_F(ConsoleTableRefreshTest, TwoTablesFromTwoListsAreCheckedAndRefreshedEachAgainstItsOwn) {
     m_folder.write("chairs.prc", "Chair|150|Swivel chair\n");
