@@ -204,7 +204,8 @@ std::optional<std::size_t> guessRecordStart(std::string_view bytes) {
         const char* const start = line + 1;
         const char* const lineEnd = findNewline(start, end);
         std::string_view text(start, static_cast<std::size_t>(lineEnd - start));
-        while (!text.empty() && (text.back() == '\r' || isBlank(text.back()))) text.remove_suffix(1);
+        while (!text.empty() && (text.back() == '\r' || isBlank(text.back())))
+            text.remove_suffix(1);
         while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
         if (text == "0" && lineEnd + 1 < end && lineEnd[1] >= 'A' && lineEnd[1] <= 'Z')
             return static_cast<std::size_t>(start - data);

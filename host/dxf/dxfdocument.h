@@ -76,6 +76,7 @@ struct DxfDynamicBlockLink {
 enum class DxfReading { Strict, Recover };
 
 class DxfRecordBuilder;
+struct DxfAttributeDefinitionView;
 
 class DxfDocument final : public AcDbDatabase {
 public:
@@ -299,6 +300,12 @@ private:
         double rotation;  // degrees
         double widthFactor;
     };
+    // The attributes a reference of the block takes, placed as it places them; eInvalidInput when
+    // one would stand nowhere (a scale or a point that is not finite).
+    Acad::ErrorStatus placeAttributes(std::size_t block, const AcDbBlockReference& reference,
+                                      std::vector<PlacedAttribute>& attributes) const;
+    // A text's fields as a TEXT or ATTDEF record holds them, with its vertical alignment.
+    AcDbText textOf(const DxfAttributeDefinitionView& view, std::int64_t vertical) const;
     // The bytes of a text style's name; empty for no style of the drawing.
     std::string_view styleNameOf(AcDbObjectId style) const;
     // What TEXT and ATTDEF share: the layer and the AcDbText part up to the alignment point.

@@ -1,31 +1,12 @@
 // What redrawing a block in place needs of the drawing: its entities listed, read and erased, the
 // references to it and their attributes made again; and the references a selection counts.
 #include <algorithm>
-#include <cmath>
 
 #include "host/dxf/dxfblocktally.h"
 #include "host/dxf/dxfdocument.h"
+#include "host/dxf/dxfguarded.h"
 #include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfviews.h"
-
-namespace {
-
-template <typename Call>
-Acad::ErrorStatus guarded(Call&& call) noexcept {
-    try {
-        return call();
-    } catch (const std::exception&) {
-        return Acad::eOutOfMemory;
-    }
-}
-
-constexpr std::int64_t kConstantAttribute = 2;
-
-bool finite(const AcGePoint3d& p) {
-    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
-}
-
-}  // namespace
 
 Acad::ErrorStatus DxfDocument::getBlockEntityIds(AcDbObjectId record,
                                                  std::vector<AcDbObjectId>& ids) const {
@@ -72,24 +53,38 @@ Acad::ErrorStatus DxfDocument::openAttributeDefinition(AcDbObjectId entity,
             return Acad::eWrongObjectType;
         const DxfAttributeDefinitionView view =
             readAttributeDefinition(m_tags, m_records.tags(*record));
+        const AcDbText text = textOf(view, view.vertical);
         definition = AcDbAttributeDefinition{};
-        definition.position = view.firstPoint;
-        definition.alignmentPoint = view.secondPoint;
-        definition.height = view.height;
-        definition.widthFactor = view.widthFactor;
-        definition.textString = m_codec.decode(view.text);
+        definition.position = text.position;
+        definition.alignmentPoint = text.alignmentPoint;
+        definition.height = text.height;
+        definition.widthFactor = text.widthFactor;
+        definition.textString = text.textString;
         definition.tag = m_codec.decode(view.tag);
         definition.prompt = m_codec.decode(view.prompt);
-        if (const auto style = m_styles.find(internedText(view.style)))
-            definition.textStyle = idOf(m_styles.record(*style));
-        definition.horizontalMode = static_cast<AcDb::TextHorzMode>(view.horizontal);
-        definition.verticalMode = static_cast<AcDb::TextVertMode>(view.vertical);
+        definition.textStyle = text.textStyle;
+        definition.horizontalMode = text.horizontalMode;
+        definition.verticalMode = text.verticalMode;
         definition.invisible = (view.flags & 1) != 0;
         definition.constant = (view.flags & 2) != 0;
         definition.verifiable = (view.flags & 4) != 0;
         definition.preset = (view.flags & 8) != 0;
         return Acad::eOk;
     });
+}
+
+AcDbText DxfDocument::textOf(const DxfAttributeDefinitionView& view, std::int64_t vertical) const {
+    AcDbText text;
+    text.position = view.firstPoint;
+    text.alignmentPoint = view.secondPoint;
+    text.height = view.height;
+    text.widthFactor = view.widthFactor;
+    text.textString = m_codec.decode(view.text);
+    if (const auto style = m_styles.find(internedText(view.style)))
+        text.textStyle = idOf(m_styles.record(*style));
+    text.horizontalMode = static_cast<AcDb::TextHorzMode>(view.horizontal);
+    text.verticalMode = static_cast<AcDb::TextVertMode>(vertical);
+    return text;
 }
 
 Acad::ErrorStatus DxfDocument::openText(AcDbObjectId entity, AcDbText& text) const {
@@ -101,19 +96,9 @@ Acad::ErrorStatus DxfDocument::openText(AcDbObjectId entity, AcDbText& text) con
         if (tags.size() == 0 || dxfTrimmed(m_tags.value(tags[0])) != "TEXT")
             return Acad::eWrongObjectType;
         // A text's fields are an attribute definition's, but for its vertical alignment (73).
-        const DxfAttributeDefinitionView view = readAttributeDefinition(m_tags, tags);
-        text = AcDbText{};
-        text.position = view.firstPoint;
-        text.alignmentPoint = view.secondPoint;
-        text.height = view.height;
-        text.widthFactor = view.widthFactor;
-        text.textString = m_codec.decode(view.text);
-        if (const auto style = m_styles.find(internedText(view.style)))
-            text.textStyle = idOf(m_styles.record(*style));
-        text.horizontalMode = static_cast<AcDb::TextHorzMode>(view.horizontal);
         const auto vertical = findTag(m_tags, tags, 73);
-        text.verticalMode = static_cast<AcDb::TextVertMode>(
-            vertical ? m_tags.integer(tags[*vertical]).value_or(0) : 0);
+        text = textOf(readAttributeDefinition(m_tags, tags),
+                      vertical ? m_tags.integer(tags[*vertical]).value_or(0) : 0);
         return Acad::eOk;
     });
 }
@@ -189,22 +174,10 @@ Acad::ErrorStatus DxfDocument::syncBlockReferenceAttributes(AcDbObjectId referen
             return status;
         const auto block = blockIndex(placement.blockTableRecord);
         if (!block) return Acad::eKeyNotFound;
-        const BlockInfo& info = m_blockInfo[*block];
-        AcGePoint3d basePoint;
-        if (info.definition) {
-            const std::uint32_t begin = m_structure.blocks()[*info.definition].begin;
-            basePoint = readBlockBegin(m_tags, m_records.tags(begin)).basePoint;
-        }
         std::vector<PlacedAttribute> attributes;
-        for (const std::uint32_t definition : info.attributeDefinitions) {
-            const auto view = readAttributeDefinition(m_tags, m_records.tags(definition));
-            if ((view.flags & kConstantAttribute) != 0) continue;
-            attributes.push_back(placeAttribute(definition, placement, basePoint));
-            const PlacedAttribute& a = attributes.back();
-            if (!finite(a.firstPoint) || !finite(a.secondPoint) || !std::isfinite(a.height) ||
-                !std::isfinite(a.rotation) || !std::isfinite(a.widthFactor))
-                return Acad::eInvalidInput;
-        }
+        if (const Acad::ErrorStatus status = placeAttributes(*block, placement, attributes);
+            status != Acad::eOk)
+            return status;
         const std::uint32_t insert = *recordOf(reference);
         std::vector<std::uint32_t> old;
         std::optional<std::uint32_t> end;

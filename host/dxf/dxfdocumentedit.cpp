@@ -3,20 +3,11 @@
 #include <numbers>
 
 #include "host/dxf/dxfdocument.h"
+#include "host/dxf/dxfguarded.h"
 #include "host/dxf/dxfrecordbuilder.h"
 #include "host/dxf/dxfviews.h"
 
 namespace {
-
-// Runs one database call; an exception (memory running out) becomes a status.
-template <typename Call>
-Acad::ErrorStatus guarded(Call&& call) noexcept {
-    try {
-        return call();
-    } catch (const std::exception&) {
-        return Acad::eOutOfMemory;
-    }
-}
 
 constexpr std::string_view kSectionOrder[] = {"HEADER",   "CLASSES", "TABLES",        "BLOCKS",
                                               "ENTITIES", "OBJECTS", "THUMBNAILIMAGE"};
@@ -316,9 +307,8 @@ Acad::ErrorStatus DxfDocument::appendAttributeDefinition(AcDbObjectId record,
         b.handle(newHandle()).owner(placement.owner).subclass("AcDbEntity");
         if (placement.paperSpace) b.integer(67, 1);
         addTextPart(b, AcDbText{definition.position, definition.alignmentPoint, definition.height,
-                                definition.widthFactor, definition.textString,
-                                definition.textStyle, definition.horizontalMode,
-                                definition.verticalMode});
+                                definition.widthFactor, definition.textString, definition.textStyle,
+                                definition.horizontalMode, definition.verticalMode});
         b.subclass("AcDbAttributeDefinition");
         if (m_dialect.attributeLock) b.integer(280, 0);
         b.text(3, m_codec.encode(definition.prompt)).text(2, m_codec.encode(definition.tag));
@@ -450,13 +440,34 @@ std::vector<DxfAttributePrompt> DxfDocument::attributePrompts(AcDbObjectId block
         for (const std::uint32_t definition : m_blockInfo[*index].attributeDefinitions) {
             const auto view = readAttributeDefinition(m_tags, m_records.tags(definition));
             if ((view.flags & kConstantAttribute) != 0) continue;
-            prompts.push_back({m_codec.decode(view.tag), m_codec.decode(view.prompt),
-                               m_codec.decode(view.text)});
+            prompts.push_back(
+                {m_codec.decode(view.tag), m_codec.decode(view.prompt), m_codec.decode(view.text)});
         }
     } catch (const std::exception&) {
         prompts.clear();
     }
     return prompts;
+}
+
+Acad::ErrorStatus DxfDocument::placeAttributes(std::size_t block,
+                                               const AcDbBlockReference& reference,
+                                               std::vector<PlacedAttribute>& attributes) const {
+    const BlockInfo& info = m_blockInfo[block];
+    AcGePoint3d basePoint;
+    if (info.definition) {
+        const std::uint32_t begin = m_structure.blocks()[*info.definition].begin;
+        basePoint = readBlockBegin(m_tags, m_records.tags(begin)).basePoint;
+    }
+    for (const std::uint32_t definition : info.attributeDefinitions) {
+        const auto view = readAttributeDefinition(m_tags, m_records.tags(definition));
+        if ((view.flags & kConstantAttribute) != 0) continue;
+        attributes.push_back(placeAttribute(definition, reference, basePoint));
+        const PlacedAttribute& a = attributes.back();
+        if (!finite(a.firstPoint) || !finite(a.secondPoint) ||
+            !finite(a.height, a.rotation, a.widthFactor))
+            return Acad::eInvalidInput;
+    }
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus DxfDocument::insertBlockReference(const AcDbBlockReference& reference,
@@ -475,23 +486,11 @@ Acad::ErrorStatus DxfDocument::insertReference(const AcDbBlockReference& referen
                                                AcDbObjectId& id) {
     const auto block = blockIndex(reference.blockTableRecord);
     if (!block) return Acad::eKeyNotFound;
-    const BlockInfo& info = m_blockInfo[*block];
-    if (info.layout != Layout::None) return Acad::eInvalidInput;
-    AcGePoint3d basePoint;
-    if (info.definition) {
-        const std::uint32_t begin = m_structure.blocks()[*info.definition].begin;
-        basePoint = readBlockBegin(m_tags, m_records.tags(begin)).basePoint;
-    }
+    if (m_blockInfo[*block].layout != Layout::None) return Acad::eInvalidInput;
     std::vector<PlacedAttribute> attributes;
-    for (const std::uint32_t definition : info.attributeDefinitions) {
-        const auto view = readAttributeDefinition(m_tags, m_records.tags(definition));
-        if ((view.flags & kConstantAttribute) != 0) continue;
-        attributes.push_back(placeAttribute(definition, reference, basePoint));
-        const PlacedAttribute& a = attributes.back();
-        if (!finite(a.firstPoint) || !finite(a.secondPoint) ||
-            !finite(a.height, a.rotation, a.widthFactor))
-            return Acad::eInvalidInput;
-    }
+    if (const Acad::ErrorStatus status = placeAttributes(*block, reference, attributes);
+        status != Acad::eOk)
+        return status;
     const AcGeScale3d& scale = reference.scaleFactors;
     if (!finite(reference.position) || !finite(scale.sx, scale.sy, scale.sz) ||
         !finite(degrees(reference.rotation)))

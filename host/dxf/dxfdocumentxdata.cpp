@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "host/dxf/dxfdocument.h"
+#include "host/dxf/dxfguarded.h"
 #include "host/dxf/dxfnumber.h"
 #include "host/dxf/dxfrecordbuilder.h"
 #include "host/dxf/dxfviews.h"
@@ -11,15 +12,6 @@ namespace {
 
 constexpr int kApplicationName = 1001;
 constexpr std::size_t kLongestText = 255;  // bytes of a text in extended data
-
-template <typename Call>
-Acad::ErrorStatus guarded(Call&& call) noexcept {
-    try {
-        return call();
-    } catch (const std::exception&) {
-        return Acad::eOutOfMemory;
-    }
-}
 
 std::optional<std::uint64_t> parseHandle(std::wstring_view text) {
     if (text.empty() || text.size() > 16) return std::nullopt;
@@ -171,7 +163,7 @@ Acad::ErrorStatus DxfDocument::setXData(AcDbObjectId object, const std::wstring&
             if (code == 1002) {
                 if (item.resval.rstring != L"{" && item.resval.rstring != L"}")
                     return Acad::eInvalidInput;
-                texts[i] = item.resval.rstring == L"{" ? "{" : "}";
+                texts[i] = std::string(1, item.resval.rstring == L"{" ? '{' : '}');
             } else if (code == 1005) {
                 const auto handle = parseHandle(item.resval.rstring);
                 if (!handle) return Acad::eInvalidInput;

@@ -44,7 +44,8 @@ DxfError systemError(const std::filesystem::path& path, const std::string& what,
 ssize_t readAt(int fd, char* into, std::size_t length, std::size_t offset) {
     std::size_t done = 0;
     while (done < length) {
-        const ssize_t n = ::pread(fd, into + done, length - done, static_cast<off_t>(offset + done));
+        const ssize_t n =
+            ::pread(fd, into + done, length - done, static_cast<off_t>(offset + done));
         if (n < 0 && errno == EINTR) continue;
         if (n < 0) return -1;
         if (n == 0) break;
@@ -74,7 +75,8 @@ bool mayBeDrawingFile(const std::filesystem::path& path) {
     if (::fstat(fd.get(), &info) != 0 || !S_ISREG(info.st_mode)) return true;
     char head[kHeadSize];
     const ssize_t length = readAt(fd.get(), head, kHeadSize, 0);
-    return length < 0 || DxfTagFile::mayBeDxf(std::string_view(head, static_cast<std::size_t>(length)));
+    return length < 0 ||
+           DxfTagFile::mayBeDxf(std::string_view(head, static_cast<std::size_t>(length)));
 }
 
 DxfResult<DxfBytes> readWholeFile(const std::filesystem::path& path, const DxfProgress& progress,

@@ -25,11 +25,11 @@ inline DxfRecordKind dxfRecordKind(std::string_view type) {
         DxfRecordKind kind;
     };
     static constexpr Entry kKinds[] = {
-        {"SECTION", DxfRecordKind::Section}, {"ENDSEC", DxfRecordKind::EndSection},
-        {"TABLE", DxfRecordKind::Table},     {"ENDTAB", DxfRecordKind::EndTable},
-        {"BLOCK", DxfRecordKind::Block},     {"ENDBLK", DxfRecordKind::EndBlock},
-        {"INSERT", DxfRecordKind::Insert},   {"ATTDEF", DxfRecordKind::AttributeDefinition},
-        {"EOF", DxfRecordKind::Eof},         {"ATTRIB", DxfRecordKind::EntityPart},
+        {"SECTION", DxfRecordKind::Section},   {"ENDSEC", DxfRecordKind::EndSection},
+        {"TABLE", DxfRecordKind::Table},       {"ENDTAB", DxfRecordKind::EndTable},
+        {"BLOCK", DxfRecordKind::Block},       {"ENDBLK", DxfRecordKind::EndBlock},
+        {"INSERT", DxfRecordKind::Insert},     {"ATTDEF", DxfRecordKind::AttributeDefinition},
+        {"EOF", DxfRecordKind::Eof},           {"ATTRIB", DxfRecordKind::EntityPart},
         {"VERTEX", DxfRecordKind::EntityPart}, {"SEQEND", DxfRecordKind::EntityPart},
     };
     for (const Entry& entry : kKinds) {

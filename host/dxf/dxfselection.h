@@ -16,5 +16,4 @@ struct SelectionFilter {
 };
 
 // Reads of the reference only what the filter asks about: its layer, its insertion point.
-bool isSelected(const DxfDocument& document, AcDbObjectId reference,
-                const SelectionFilter& filter);
+bool isSelected(const DxfDocument& document, AcDbObjectId reference, const SelectionFilter& filter);

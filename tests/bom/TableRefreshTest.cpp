@@ -42,7 +42,9 @@ protected:
         // The whole space is what tarnwick-calc selects; by hand the doors and the chairs.
         std::vector<AcDbObjectId> selected = m_doors;
         selected.insert(selected.end(), m_chairs.begin(), m_chairs.end());
-        if (wholeSpace) ASSERT_EQ(m_database.getModelSpaceEntityIds(selected), Acad::eOk);
+        if (wholeSpace) {
+            ASSERT_EQ(m_database.getModelSpaceEntityIds(selected), Acad::eOk);
+        }
         m_editor.selectWholeSpace(wholeSpace);
         m_editor.answerSelection(RTNORM, selected);
         ASSERT_TRUE(calculation.CountSelection());

@@ -17,9 +17,9 @@ BillOfMaterials bill(std::vector<std::string> drawings) {
     bill.drawings = std::move(drawings);
     const std::size_t n = bill.drawings.size();
     bill.lines = {
-        {{L"door", L"450.00", L"4", L"Interior door, 90 cm", L"1800.00"}, std::vector<std::int64_t>(n, 0), {}, false},
-        {{L"chair", L"1032.30", L"3", L"Say \"cheese\"", L"3096.90"}, std::vector<std::int64_t>(n, 0), {}, false},
-        {{L"\u0441\u0442\u0443\u043b", L"0.00", L"1", L"", L"0.00"}, std::vector<std::int64_t>(n, 0), {}, false},
+        {{L"door", L"450.00", L"4", L"Interior door, 90 cm", L"1800.00"}, std::vector<std::int64_t>(n, 0), {}, false, false, {}},
+        {{L"chair", L"1032.30", L"3", L"Say \"cheese\"", L"3096.90"}, std::vector<std::int64_t>(n, 0), {}, false, false, {}},
+        {{L"\u0441\u0442\u0443\u043b", L"0.00", L"1", L"", L"0.00"}, std::vector<std::int64_t>(n, 0), {}, false, false, {}},
     };
     for (std::size_t i = 0; i < n; ++i) {
         bill.lines[0].quantities[i] = i == 0 ? 4 : 0;
