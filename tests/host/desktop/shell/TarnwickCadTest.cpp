@@ -48,7 +48,7 @@ TEST(TarnwickCad, UsageErrorsSayWhat) {
     const ProcessResult help = runProcess(TARNWICK_CAD, {"--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_TRUE(
-        help.out.starts_with("Usage: tarnwick-cad [DRAWING.dxf] [-b SCRIPT.scr] [--commands]"));
+        help.out.starts_with("Usage: tarnwick-cad [DRAWING.dxf...] [-b SCRIPT.scr] [--commands]"));
 }
 
 }  // namespace
