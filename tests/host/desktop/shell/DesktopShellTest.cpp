@@ -94,7 +94,9 @@ TEST_F(DesktopShellTest, SelectShowsWhatAWindowDraggedWithTheMouseTakes) {
     // A click on nothing at (13,13), the mouse dragged left and down, a click at (10.5,10.5);
     // the right button ends the selection. One input a step: each waits for the prompt.
     m_driver->click({13, 13, 0})
-        .then([&] { moveMouse(*m_window, {10.5, 10.5, 0}); })
+        .then([&] {
+            moveMouse(*m_window, {10.5, 10.5, 0});
+        })
         .then([&] {
             crossingShown = view.selectionRectangleShown() && view.selectionIsCrossing();
             clickAt(*m_window, {10.5, 10.5, 0});
@@ -123,12 +125,10 @@ TEST_F(DesktopShellTest, ZoomTakesAWindowClickedWithTheMouseAFactorAndTheExtents
     const AcGePoint3d a = onPixel(*m_window, {12.5, 6.5, 0});
     const AcGePoint3d b = onPixel(*m_window, {19.5, 11.5, 0});
     bool rectangleShown = false;
-    m_driver->click(a)
-        .then([&] { moveMouse(*m_window, b); })
-        .then([&] {
-            rectangleShown = m_window->surface().selectionRectangleShown();
-            clickAt(*m_window, b);
-        });
+    m_driver->click(a).then([&] { moveMouse(*m_window, b); }).then([&] {
+        rectangleShown = m_window->surface().selectionRectangleShown();
+        clickAt(*m_window, b);
+    });
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ZOOM")));
     EXPECT_TRUE(rectangleShown);
     EXPECT_FALSE(m_window->surface().selectionRectangleShown());
@@ -209,9 +209,9 @@ TEST_F(DesktopShellTest, SaveAsOverAFileThatIsNoDrawingAlertsAndWritesNothing) {
     shell().editor().setAlertBox([&alerts](const QString& message) { alerts << message; });
     m_driver->type(QString::fromStdString(m_folder.path("prices.prc"))).type(QStringLiteral("Y"));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVEAS")));
-    EXPECT_EQ(alerts, QStringList{QString::fromStdString(
-                          "File " + m_folder.path("prices.prc") +
-                          " is not a drawing: it is not written over")});
+    EXPECT_EQ(alerts,
+              QStringList{QString::fromStdString("File " + m_folder.path("prices.prc") +
+                                                 " is not a drawing: it is not written over")});
     EXPECT_EQ(m_folder.read("prices.prc"), "Door|450|Interior door\n");
     EXPECT_EQ(shell().drawing().drawingName(), L"Drawing1.dxf");
 }
