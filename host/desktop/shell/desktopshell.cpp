@@ -284,9 +284,15 @@ bool DesktopShell::openDrawing(const QString& path) {
     DrawingSession* replaced =
         m_drawings.count() == 1 && drawing().isPristine() ? &drawing() : nullptr;
     auto read = m_drawings.open(file);
-    if (!read.isOk() && read.error().kind() == DxfErrorKind::Structure &&
-        askToRepair(QString::fromStdString(read.errorString())))
+    if (!read.isOk() && read.error().kind() == DxfErrorKind::Structure) {
+        // Asked on the command line, the fault stands above the question already.
+        const bool shown = m_editor.asksOnCommandLine();
+        if (!askToRepair(QString::fromStdString(read.errorString()))) {
+            if (!shown) report(QString::fromStdString(read.errorString()));
+            return false;
+        }
         read = m_drawings.open(file, DxfReading::Recover);
+    }
     if (!read.isOk()) {
         report(QString::fromStdString(read.errorString()));
         return false;
