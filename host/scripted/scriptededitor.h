@@ -88,7 +88,7 @@ private:
     std::deque<GrReadAnswer> m_grReads;
     std::deque<int> m_messageBoxes;
     std::map<std::wstring, resbuf> m_variables;
-    AcEdEditor* m_previousEditor;
+    AcEdEditorInstallation m_installation{this};
     AcApWindowServices* m_previousWindow;
 };
 

@@ -76,7 +76,7 @@ struct DesktopEditor::Waiter {
 };
 
 DesktopEditor::DesktopEditor(CommandLine& commandLine, QObject* parent)
-    : QObject(parent), m_commandLine(commandLine), m_previousEditor(acedSetEditor(this)) {
+    : QObject(parent), m_commandLine(commandLine) {
     for (const auto& [name, value] : kSessionVariables) m_variables[name] = value;
 }
 
@@ -88,7 +88,7 @@ void DesktopEditor::setDrawing(DrawingSession& drawing, DrawingSurface& surface)
     m_lastPoint.reset();
 }
 
-DesktopEditor::~DesktopEditor() { acedSetEditor(m_previousEditor); }
+DesktopEditor::~DesktopEditor() = default;
 
 // Input.
 

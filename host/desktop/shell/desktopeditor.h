@@ -157,5 +157,5 @@ private:
     std::optional<AcGePoint3d> m_lastCursor;
     std::optional<std::pair<AcGePoint3d, AcGePoint3d>> m_rubberLine;
     std::map<std::wstring, short> m_variables;  // the session's: CMDECHO, FILEDIA
-    AcEdEditor* m_previousEditor;
+    AcEdEditorInstallation m_installation{this};
 };
