@@ -26,6 +26,10 @@ bool CUGEdit::event(QEvent* event) {
 }
 
 void CUGEdit::keyPressEvent(QKeyEvent* event) {
+    if (UGIsDialogKey(event)) {
+        event->ignore();
+        return;
+    }
     if (!m_ctrl || !m_ctrl->IsEditing()) {
         QLineEdit::keyPressEvent(event);
         return;
@@ -41,7 +45,8 @@ void CUGEdit::keyPressEvent(QKeyEvent* event) {
             m_ctrl->EditFinished(End::Cancel);
             return;
         case Qt::Key_Tab:
-            m_ctrl->EditFinished((event->modifiers() & Qt::ShiftModifier) ? End::PrevCol : End::NextCol);
+            m_ctrl->EditFinished((event->modifiers() & Qt::ShiftModifier) ? End::PrevCol
+                                                                          : End::NextCol);
             return;
         case Qt::Key_Backtab:
             m_ctrl->EditFinished(End::PrevCol);

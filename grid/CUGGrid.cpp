@@ -77,7 +77,8 @@ void CUGGrid::paintEvent(QPaintEvent* event) {
 
     const int col = gi->m_currentCol;
     const long row = gi->m_currentRow;
-    if (col >= gi->m_leftCol && row >= gi->m_topRow && col < gi->m_numberCols && row < gi->m_numberRows) {
+    if (col >= gi->m_leftCol && row >= gi->m_topRow && col < gi->m_numberCols &&
+        row < gi->m_numberRows) {
         const QRect cell = m_ctrl->GetCellRect(col, row);
         if (cell.left() < width() && cell.top() < height()) {
             QRect focus = cell.adjusted(-1, -1, 2, 2);
@@ -87,13 +88,18 @@ void CUGGrid::paintEvent(QPaintEvent* event) {
 }
 
 void CUGGrid::keyPressEvent(QKeyEvent* event) {
+    if (UGIsDialogKey(event)) {
+        event->ignore();
+        return;
+    }
     m_ctrl->SetKeyboardModifiers(event->modifiers());
     const CUGGridInfo* gi = m_ctrl->GetGridInfo();
     int vcKey = UGVirtualKey(event);
     if (vcKey) {
         const int col = gi->m_currentCol;
         const long row = gi->m_currentRow;
-        const int processed = (col >= 0 && row >= 0) ? TypeOf(col, row)->OnKeyDown(col, row, &vcKey) : 0;
+        const int processed =
+            (col >= 0 && row >= 0) ? TypeOf(col, row)->OnKeyDown(col, row, &vcKey) : 0;
         m_ctrl->OnGridKeyDown(&vcKey, processed);
         if (!processed && vcKey) Navigate(vcKey, event->modifiers());
     }

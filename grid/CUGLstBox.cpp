@@ -9,6 +9,7 @@
 #include "grid/CUGCtrl.h"
 #include "grid/CUGDropListType.h"
 #include "grid/CUGGrid.h"
+#include "grid/UGKeyMap.h"
 
 namespace {
 
@@ -23,10 +24,12 @@ CUGLstBox::CUGLstBox(CUGCtrl* ctrl) : QListWidget(ctrl), m_ctrl(ctrl) {
     setSpacing(0);
     // Made at run time: Qt's style caches may keep pieces of it after the grid's library, loaded
     // into a host as part of a module, is unloaded.
-    setStyleSheet(QString::fromLatin1("QListWidget { border: 1px solid palette(mid); padding: 0px; }"
-                                      " QListWidget::item { padding-left: 2px; }"));
+    setStyleSheet(
+        QString::fromLatin1("QListWidget { border: 1px solid palette(mid); padding: 0px; }"
+                            " QListWidget::item { padding-left: 2px; }"));
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    connect(this, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) { Choose(row(item)); });
+    connect(this, &QListWidget::itemClicked, this,
+            [this](QListWidgetItem* item) { Choose(row(item)); });
 }
 
 void CUGLstBox::Open(CUGDropListType* owner, int col, long row, const QRect& cellRect,
@@ -35,7 +38,8 @@ void CUGLstBox::Open(CUGDropListType* owner, int col, long row, const QRect& cel
     clear();
     addItems(options);
     // Options as tall as the grid's rows, so the list reads like the cells it fills.
-    const int rowHeight = std::max(m_ctrl->GetGridInfo()->GetRowHeight(row), fontMetrics().height() + 4);
+    const int rowHeight =
+        std::max(m_ctrl->GetGridInfo()->GetRowHeight(row), fontMetrics().height() + 4);
     for (int i = 0; i < count(); ++i) item(i)->setSizeHint(QSize(0, rowHeight));
     setCurrentRow(std::max(0, static_cast<int>(options.indexOf(current))));
     m_owner = owner;
@@ -46,9 +50,11 @@ void CUGLstBox::Open(CUGDropListType* owner, int col, long row, const QRect& cel
     const int itemHeight = std::max(1, sizeHintForRow(0));
     const int visible = std::min(kVisibleItems, static_cast<int>(options.size()));
     int height = visible * itemHeight + frame;
-    const int scrollBar = options.size() > kVisibleItems ? verticalScrollBar()->sizeHint().width() : 0;
-    const int width = std::min(m_ctrl->width(),
-                               std::max(cellRect.width() + 1, sizeHintForColumn(0) + frame + scrollBar + 8));
+    const int scrollBar =
+        options.size() > kVisibleItems ? verticalScrollBar()->sizeHint().width() : 0;
+    const int width =
+        std::min(m_ctrl->width(),
+                 std::max(cellRect.width() + 1, sizeHintForColumn(0) + frame + scrollBar + 8));
     int top = cellRect.bottom() + 1;
     if (top + height > m_ctrl->height()) {
         if (cellRect.top() - height >= 0)
@@ -92,6 +98,10 @@ void CUGLstBox::Choose(int index) {
 }
 
 void CUGLstBox::keyPressEvent(QKeyEvent* event) {
+    if (UGIsDialogKey(event)) {
+        event->ignore();
+        return;
+    }
     switch (event->key()) {
         case Qt::Key_Return:
         case Qt::Key_Enter:

@@ -35,6 +35,13 @@ void AcApDocManager::documentCreated(AcApDocument* document) {
     for (auto* reactor : reactors) reactor->documentBecameCurrent(document);
 }
 
+void AcApDocManager::documentActivated(AcApDocument* document) {
+    if (document == nullptr || document == m_current) return;
+    m_current = document;
+    const auto reactors = m_reactors;
+    for (auto* reactor : reactors) reactor->documentBecameCurrent(document);
+}
+
 void AcApDocManager::documentToBeDestroyed(AcApDocument* document) {
     const auto reactors = m_reactors;
     const std::wstring fileName = document ? document->fileName() : std::wstring();

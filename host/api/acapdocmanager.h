@@ -42,8 +42,11 @@ public:
 
     AcApDocument* curDocument() const { return m_current; }
 
-    // Called by the host as documents come and go; the reactors hear of it in order of registration.
+    // Called by the host as documents come and go; the reactors hear of it in order of
+    // registration. A created document becomes the current one.
     void documentCreated(AcApDocument* document);
+    // Another open document becomes the current one (the user switched drawings).
+    void documentActivated(AcApDocument* document);
     void documentToBeDestroyed(AcApDocument* document);
 
 private:

@@ -8,8 +8,8 @@
 #include "host/api/adscodes.h"
 #include "host/api/hostexport.h"
 
-// One implementation per host: the desktop shell, the console, and the scripted editor of the tests.
-// The results are the editor functions' status codes (RTNORM, RTCAN, ...).
+// One implementation per host: the desktop shell, the console, and the scripted editor of the
+// tests. The results are the editor functions' status codes (RTNORM, RTCAN, ...).
 class ACHOST_EXPORT AcEdEditor {
 public:
     virtual ~AcEdEditor();
@@ -38,6 +38,20 @@ public:
 // Installs the editor that the functions below reach; returns the one it replaces.
 ACHOST_EXPORT AcEdEditor* acedSetEditor(AcEdEditor* editor);
 ACHOST_EXPORT AcEdEditor* acedEditor();
+
+// What every host's editor does: it is the installed editor for as long as it lives, and the one
+// it replaced comes back when it goes. A member of the editor, declared after what the editor
+// functions use.
+class AcEdEditorInstallation final {
+public:
+    explicit AcEdEditorInstallation(AcEdEditor* editor) : m_previous(acedSetEditor(editor)) {}
+    ~AcEdEditorInstallation() { acedSetEditor(m_previous); }
+    AcEdEditorInstallation(const AcEdEditorInstallation&) = delete;
+    AcEdEditorInstallation& operator=(const AcEdEditorInstallation&) = delete;
+
+private:
+    AcEdEditor* m_previous;
+};
 
 // A path is returned in result->resval.rstring; the string frees itself, so there is no acad_free.
 ACHOST_EXPORT int acedGetFileD(const wchar_t* title, const wchar_t* defaultName,

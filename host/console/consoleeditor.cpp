@@ -18,14 +18,9 @@ std::wstring trimmedLines(std::wstring text) {
 }  // namespace
 
 ConsoleEditor::ConsoleEditor(std::FILE* messages)
-    : m_messages(messages),
-      m_previousEditor(acedSetEditor(this)),
-      m_previousWindow(acapSetWindowServices(this)) {}
+    : m_messages(messages), m_previousWindow(acapSetWindowServices(this)) {}
 
-ConsoleEditor::~ConsoleEditor() {
-    acedSetEditor(m_previousEditor);
-    acapSetWindowServices(m_previousWindow);
-}
+ConsoleEditor::~ConsoleEditor() { acapSetWindowServices(m_previousWindow); }
 
 void ConsoleEditor::writeLine(const std::wstring& text) {
     const std::string line = EncodeText(trimmedLines(text), TextFormat{}) + "\n";

@@ -55,6 +55,6 @@ private:
     std::map<std::wstring, resbuf> m_variables;
     VariableWriter m_variableWriter;
     int m_alerts = 0;
-    AcEdEditor* m_previousEditor;
+    AcEdEditorInstallation m_installation{this};
     AcApWindowServices* m_previousWindow;
 };

@@ -16,13 +16,19 @@ std::wstring describe(const ads_point& point) {
 
 std::wstring describe(const resbuf& value) {
     switch (value.restype) {
-        case RTSHORT: return std::to_wstring(value.resval.rint);
-        case RTLONG: return std::to_wstring(value.resval.rlong);
-        case RTREAL: return describe(value.resval.rreal);
+        case RTSHORT:
+            return std::to_wstring(value.resval.rint);
+        case RTLONG:
+            return std::to_wstring(value.resval.rlong);
+        case RTREAL:
+            return describe(value.resval.rreal);
         case RTPOINT:
-        case RT3DPOINT: return describe(value.resval.rpoint);
-        case RTSTR: return value.resval.rstring;
-        default: return std::to_wstring(value.restype) + L"=" + value.resval.rstring;
+        case RT3DPOINT:
+            return describe(value.resval.rpoint);
+        case RTSTR:
+            return value.resval.rstring;
+        default:
+            return std::to_wstring(value.restype) + L"=" + value.resval.rstring;
     }
 }
 
@@ -40,13 +46,9 @@ std::ostream& operator<<(std::ostream& out, const RecordedCall& call) {
     return out << ')';
 }
 
-ScriptedEditor::ScriptedEditor()
-    : m_previousEditor(acedSetEditor(this)), m_previousWindow(acapSetWindowServices(this)) {}
+ScriptedEditor::ScriptedEditor() : m_previousWindow(acapSetWindowServices(this)) {}
 
-ScriptedEditor::~ScriptedEditor() {
-    acedSetEditor(m_previousEditor);
-    acapSetWindowServices(m_previousWindow);
-}
+ScriptedEditor::~ScriptedEditor() { acapSetWindowServices(m_previousWindow); }
 
 void ScriptedEditor::answerFile(int status, std::wstring path) {
     m_files.push_back({status, std::move(path)});
@@ -56,7 +58,9 @@ void ScriptedEditor::answerSelection(int status, std::vector<AcDbObjectId> ids) 
     m_selections.push_back({status, std::move(ids)});
 }
 
-void ScriptedEditor::answerPoint(int status, ads_point point) { m_points.push_back({status, point}); }
+void ScriptedEditor::answerPoint(int status, ads_point point) {
+    m_points.push_back({status, point});
+}
 
 void ScriptedEditor::answerGrRead(int status, int type, resbuf result) {
     m_grReads.push_back({status, type, std::move(result)});

@@ -92,7 +92,7 @@ private:
     std::deque<int> m_messageBoxes;
     std::map<std::wstring, resbuf> m_variables;
     bool m_wholeSpace = false;
-    AcEdEditor* m_previousEditor;
+    AcEdEditorInstallation m_installation{this};
     AcApWindowServices* m_previousWindow;
 };
 

@@ -35,6 +35,16 @@ TEST(CUGEdit, TypedKeysGoThroughTheColumnsFilter) {
     QTest::keyClick(grid.GetEditClass(), Qt::Key_Escape);
     ASSERT_EQ(grid.StartEdit(1, 0, '4'), 0);
     EXPECT_EQ(grid.GetEditClass()->text(), "4");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Escape);
+    // Alt with a letter is a mnemonic of the dialog: neither the editor nor the grid types it.
+    ASSERT_EQ(grid.StartEdit(3, 0, 0), 0);
+    QTest::keyClicks(grid.GetEditClass(), "ab");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_N, Qt::AltModifier);
+    EXPECT_EQ(grid.GetEditClass()->text(), "ab");
+    QTest::keyClick(grid.GetEditClass(), Qt::Key_Escape);
+    grid.Clear();
+    QTest::keyClick(grid.GetGridWindow(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_TRUE(grid.log.empty());
 }
 
 TEST(CUGEdit, EnterStoresTheTextAndEscapeDoesNot) {
@@ -130,8 +140,9 @@ TEST(CUGEdit, APressOnAHeadingEndsTheEditBeforeTheHeadingIsTold) {
     QTest::mouseClick(grid.GetTopHdgWindow(), Qt::LeftButton, {}, QPoint(150, 10));
     EXPECT_FALSE(grid.IsEditing());
     EXPECT_STREQ(grid.QuickGetText(2, 2), L"kept");
-    EXPECT_EQ(grid.log, (std::vector<std::string>{"EditFinish 2 2 kept 0", "SetCell 2 2 kept",
-                                                  "TopHdgLeftClick 1 -1 1", "TopHdgLeftClick 1 -1 0"}));
+    EXPECT_EQ(grid.log,
+              (std::vector<std::string>{"EditFinish 2 2 kept 0", "SetCell 2 2 kept",
+                                        "TopHdgLeftClick 1 -1 1", "TopHdgLeftClick 1 -1 0"}));
 }
 
 TEST(CUGEdit, AHeadingPressIsNotReportedWhileTheOwnerKeepsTheEditOpen) {

@@ -1,4 +1,4 @@
-// Opening, replacing, saving and closing the desktop host's drawing.
+// Opening, saving and closing one of the desktop host's drawings.
 #include "host/desktop/session/drawingsession.h"
 
 #include <algorithm>
@@ -16,10 +16,8 @@ constexpr std::string_view kNewDrawing =
     "  0\nSECTION\n  2\nHEADER\n  9\n$ACADVER\n  1\nAC1009\n  0\nENDSEC\n"
     "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n";
 
-constexpr const char* kNewDrawingName = "Drawing1.dxf";
-
-std::unique_ptr<DxfDocument> emptyDrawing() {
-    auto read = DxfDocument::readBytes(kNewDrawingName, kNewDrawing);
+std::unique_ptr<DxfDocument> emptyDrawing(const std::string& name) {
+    auto read = DxfDocument::readBytes(name, kNewDrawing);
     return read.isOk() ? read.takeValue() : nullptr;
 }
 
@@ -34,42 +32,32 @@ std::wstring wideName(const std::filesystem::path& path) {
 
 }  // namespace
 
-DrawingSession::DrawingSession() { replace(emptyDrawing(), false); }
+DrawingSession::DrawingSession(const std::string& newName)
+    : DrawingSession(emptyDrawing(newName), false) {}
 
-DrawingSession::~DrawingSession() { close(); }
+DrawingSession::DrawingSession(std::unique_ptr<DxfDocument> document)
+    : DrawingSession(std::move(document), true) {}
 
-void DrawingSession::close() {
-    if (!m_document) return;
-    acDocManagerPtr()->documentToBeDestroyed(m_hostDocument.get());
-    if (acdbHostApplicationServices()->workingDatabase() == m_document.get())
-        acdbHostApplicationServices()->setWorkingDatabase(nullptr);
-    m_hostDocument.reset();
-    m_document.reset();
-}
-
-void DrawingSession::replace(std::unique_ptr<DxfDocument> document, bool hasFile) {
-    close();
-    m_undo.clear();
-    m_command.reset();
-    m_document = std::move(document);
-    m_hasFile = hasFile;
-    m_savedEditCount = m_document->editCount();
-    m_hostDocument = std::make_unique<AcApDocument>(m_document.get(), wideName(m_document->path()));
+DrawingSession::DrawingSession(std::unique_ptr<DxfDocument> document, bool hasFile)
+    : m_document(std::move(document)),
+      m_hostDocument(
+          std::make_unique<AcApDocument>(m_document.get(), wideName(m_document->path()))),
+      m_hasFile(hasFile),
+      m_savedEditCount(m_document->editCount()) {
+    // A created document is the current one, its drawing the working database, by the time the
+    // reactors hear of it.
     acdbHostApplicationServices()->setWorkingDatabase(m_document.get());
     acDocManagerPtr()->documentCreated(m_hostDocument.get());
 }
 
-DxfStatus DrawingSession::open(const std::filesystem::path& path) {
-    auto read = DxfDocument::readFile(path);
-    if (!read.isOk()) return DxfError(read.errorString());
-    replace(read.takeValue(), true);
-    return {};
+DrawingSession::~DrawingSession() {
+    acDocManagerPtr()->documentToBeDestroyed(m_hostDocument.get());
+    if (acdbHostApplicationServices()->workingDatabase() == m_document.get())
+        acdbHostApplicationServices()->setWorkingDatabase(nullptr);
 }
 
-void DrawingSession::newDrawing() { replace(emptyDrawing(), false); }
-
 DxfStatus DrawingSession::save() {
-    if (!m_hasFile) return DxfError(std::string(kNewDrawingName) + ": the drawing has no file yet");
+    if (!m_hasFile) return DxfError(m_document->path().string() + ": the drawing has no file yet");
     DxfStatus status = m_document->save();
     if (status.isOk()) m_savedEditCount = m_document->editCount();
     return status;
@@ -83,7 +71,8 @@ DxfStatus DrawingSession::saveAs(const std::filesystem::path& path) {
     return status;
 }
 
-std::optional<std::wstring> DrawingSession::refusalToSaveAs(const std::filesystem::path& path) const {
+std::optional<std::wstring> DrawingSession::refusalToSaveAs(
+    const std::filesystem::path& path) const {
     if (m_hasFile && isSameFile(path, m_document->path())) return std::nullopt;
     if (mayBeDrawingFile(path)) return std::nullopt;
     return L"File " + WidePath(path.string()) + L" is not a drawing: it is not written over";

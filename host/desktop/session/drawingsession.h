@@ -1,8 +1,8 @@
-// The drawing the desktop host has open: its DXF database, the host's document for it, and whether
-// it holds unsaved work. The document manager hears of every drawing that comes and goes, and the
-// open drawing is the working database.
+// One drawing the desktop host has open: its DXF database, the host's document for it, and whether
+// it holds unsaved work. The document manager hears of the drawing when it comes and goes.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -14,9 +14,11 @@
 
 class DrawingSession final {
 public:
-    // Starts with a new, empty drawing named "Drawing1.dxf" that has no file yet.
-    DrawingSession();
-    // The drawing is closed: the reactors hear of it, the working database is cleared.
+    // A new, empty drawing under this name ("Drawing1.dxf") that has no file yet.
+    explicit DrawingSession(const std::string& newName);
+    // A drawing read from its file.
+    explicit DrawingSession(std::unique_ptr<DxfDocument> document);
+    // The drawing is closed: the reactors hear of it; it stops being the working database.
     ~DrawingSession();
     DrawingSession(const DrawingSession&) = delete;
     DrawingSession& operator=(const DrawingSession&) = delete;
@@ -25,13 +27,10 @@ public:
     const DxfDocument& document() const { return *m_document; }
     AcApDocument& hostDocument() { return *m_hostDocument; }
 
-    // Replaces the drawing with the file's; on failure the current one stays and the message
-    // says why (the reader's message: file and line first).
-    [[nodiscard]] DxfStatus open(const std::filesystem::path& path);
-    // A new drawing replaces the current one.
-    void newDrawing();
     // False for a new drawing until it is saved under a name.
     bool hasFile() const { return m_hasFile; }
+    // A new drawing nobody has touched: opening a file may take its place.
+    bool isPristine() const { return !m_hasFile && !isModified(); }
     [[nodiscard]] DxfStatus save();
     [[nodiscard]] DxfStatus saveAs(const std::filesystem::path& path);
     // The alert when saving the drawing as `path` would write over a file that is no drawing (a
@@ -60,8 +59,7 @@ public:
     std::wstring drawingName() const;
 
 private:
-    void replace(std::unique_ptr<DxfDocument> document, bool hasFile);
-    void close();
+    DrawingSession(std::unique_ptr<DxfDocument> document, bool hasFile);
 
     std::unique_ptr<DxfDocument> m_document;
     std::unique_ptr<AcApDocument> m_hostDocument;

@@ -29,14 +29,11 @@ bool isOneOf(const QString& answer, std::initializer_list<const char*> options) 
 }
 
 int newCommand(DesktopShell& shell) {
-    if (!shell.confirmDiscard()) return RTCAN;
-    shell.drawing().newDrawing();
-    shell.drawingReplaced();
+    shell.newDrawing();
     return RTNORM;
 }
 
 int openCommand(DesktopShell& shell) {
-    if (!shell.confirmDiscard()) return RTCAN;
     const auto path = askFile(shell, L"Select File", {}, L"dxf", kExistingFile);
     if (!path) return RTCAN;
     return shell.openDrawing(*path) ? RTNORM : RTERROR;
@@ -46,8 +43,10 @@ int saveCommand(DesktopShell& shell) { return shell.saveDrawing(); }
 
 int saveAsCommand(DesktopShell& shell) { return shell.saveDrawingAs(); }
 
+int closeCommand(DesktopShell& shell) { return shell.closeDrawing() ? RTNORM : RTCAN; }
+
 int quitCommand(DesktopShell& shell) {
-    if (!shell.confirmDiscard()) return RTCAN;
+    if (!shell.confirmDiscardAll()) return RTCAN;
     shell.requestQuit();
     return RTNORM;
 }
@@ -243,13 +242,14 @@ int setVarCommand(DesktopShell& shell) {
 
 constexpr BuiltinCommand kCommands[] = {
     {"APPLOAD", false, appLoadCommand}, {"ARX", false, arxCommand},
-    {"EXIT", false, quitCommand},       {"INSERT", false, insertCommand},
-    {"NEW", false, newCommand},         {"OPEN", false, openCommand},
-    {"QUIT", false, quitCommand},       {"REDRAW", true, redrawCommand},
-    {"SAVE", false, saveCommand},       {"SAVEAS", false, saveAsCommand},
-    {"SCRIPT", false, scriptCommand},   {"SELECT", false, selectCommand},
-    {"SETVAR", true, setVarCommand},    {"U", false, undoCommand},
-    {"UNDO", false, undoCommand},       {"ZOOM", true, zoomCommand},
+    {"CLOSE", false, closeCommand},     {"EXIT", false, quitCommand},
+    {"INSERT", false, insertCommand},   {"NEW", false, newCommand},
+    {"OPEN", false, openCommand},       {"QUIT", false, quitCommand},
+    {"REDRAW", true, redrawCommand},    {"SAVE", false, saveCommand},
+    {"SAVEAS", false, saveAsCommand},   {"SCRIPT", false, scriptCommand},
+    {"SELECT", false, selectCommand},   {"SETVAR", true, setVarCommand},
+    {"U", false, undoCommand},          {"UNDO", false, undoCommand},
+    {"ZOOM", true, zoomCommand},
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
-// The host's own commands: drawings (NEW, OPEN, SAVE, SAVEAS, QUIT), the view (ZOOM, REDRAW), the
-// drawing's content (INSERT, UNDO), modules (APPLOAD, ARX), scripts (SCRIPT), SELECT and SETVAR.
+// The host's own commands: drawings (NEW, OPEN, SAVE, SAVEAS, CLOSE, QUIT), the view (ZOOM,
+// REDRAW), the drawing's content (INSERT, UNDO), modules (APPLOAD, ARX), scripts (SCRIPT), SELECT
+// and SETVAR.
 #pragma once
 
 #include <QString>

@@ -75,17 +75,20 @@ struct DesktopEditor::Waiter {
     QEventLoop loop;
 };
 
-DesktopEditor::DesktopEditor(CommandLine& commandLine, DrawingSurface& surface,
-                             DrawingSession& drawing, QObject* parent)
-    : QObject(parent),
-      m_commandLine(commandLine),
-      m_surface(surface),
-      m_drawing(drawing),
-      m_previousEditor(acedSetEditor(this)) {
+DesktopEditor::DesktopEditor(CommandLine& commandLine, QObject* parent)
+    : QObject(parent), m_commandLine(commandLine) {
     for (const auto& [name, value] : kSessionVariables) m_variables[name] = value;
 }
 
-DesktopEditor::~DesktopEditor() { acedSetEditor(m_previousEditor); }
+void DesktopEditor::setDrawing(DrawingSession& drawing, DrawingSurface& surface) {
+    if (m_drawing == &drawing && m_surface == &surface) return;
+    clearRubberLine();
+    m_drawing = &drawing;
+    m_surface = &surface;
+    m_lastPoint.reset();
+}
+
+DesktopEditor::~DesktopEditor() = default;
 
 // Input.
 
@@ -215,9 +218,12 @@ DesktopEditor::Input DesktopEditor::wait(bool wantsCursor) {
     waiter.wantsCursor = wantsCursor;
     waiter.prompt = m_commandLine.openLine();
     m_waiters.push_back(&waiter);
+    m_dialogsAside.promptWaits(m_commandLine.window());
+    if (m_dialogsAside.anyAside()) m_commandLine.setFocus();
     emit inputRequested(waiter.prompt);
     while (!waiter.input) waiter.loop.exec();
     std::erase(m_waiters, &waiter);
+    m_dialogsAside.promptAnswered();
     return *waiter.input;
 }
 
@@ -351,12 +357,12 @@ void DesktopEditor::moveRubberLine(const AcGePoint3d* base, const AcGePoint3d& t
     if (base == nullptr) return;
     clearRubberLine();
     m_rubberLine = std::make_pair(*base, to);
-    m_surface.drawVector(*base, to, kXorInk, false);
+    m_surface->drawVector(*base, to, kXorInk, false);
 }
 
 void DesktopEditor::clearRubberLine() {
     if (!m_rubberLine) return;
-    m_surface.drawVector(m_rubberLine->first, m_rubberLine->second, kXorInk, false);
+    m_surface->drawVector(m_rubberLine->first, m_rubberLine->second, kXorInk, false);
     m_rubberLine.reset();
 }
 
@@ -444,7 +450,7 @@ int DesktopEditor::grRead(int track, int& type, resbuf& result) {
 }
 
 int DesktopEditor::grDraw(const ads_point& from, const ads_point& to, int color, int highlight) {
-    m_surface.drawVector(from, to, color, highlight != 0);
+    m_surface->drawVector(from, to, color, highlight != 0);
     return RTNORM;
 }
 
@@ -453,7 +459,8 @@ int DesktopEditor::getVar(const std::wstring& name, resbuf& value) {
         value = resbuf::shortValue(it->second);
         return RTNORM;
     }
-    return m_drawing.document().getVar(name, value);
+    if (m_drawing == nullptr) return RTERROR;
+    return m_drawing->document().getVar(name, value);
 }
 
 int DesktopEditor::setVar(const std::wstring& name, const resbuf& value) {
@@ -463,7 +470,8 @@ int DesktopEditor::setVar(const std::wstring& name, const resbuf& value) {
         it->second = *number;
         return RTNORM;
     }
-    return m_drawing.document().setVar(name, value);
+    if (m_drawing == nullptr) return RTERROR;
+    return m_drawing->document().setVar(name, value);
 }
 
 int DesktopEditor::command(const std::vector<resbuf>& arguments) {
@@ -559,7 +567,7 @@ int DesktopEditor::selectObjects(const wchar_t* mode, const std::vector<resbuf>*
     if (how.startsWith(QLatin1Char('_'))) how.remove(0, 1);
     if (how == QLatin1String("X")) {
         selected =
-            applyReferenceTests(m_drawing.document(), m_surface.all(*made.filter), *made.filter);
+            applyReferenceTests(m_drawing->document(), m_surface->all(*made.filter), *made.filter);
         return selected.empty() ? RTERROR : RTNORM;
     }
     if (!how.isEmpty()) {
@@ -576,21 +584,21 @@ int DesktopEditor::selectCorner(const QString& prompt, const AcGePoint3d* first,
         const Input input = nextInput(first != nullptr);
         switch (input.kind) {
             case Input::Kind::Cursor:
-                m_surface.showSelectionRectangle(*first, input.point,
-                                                 crossing.value_or(input.point.x < first->x));
+                m_surface->showSelectionRectangle(*first, input.point,
+                                                  crossing.value_or(input.point.x < first->x));
                 continue;
             case Input::Kind::Cancel:
-                m_surface.hideSelectionRectangle();
+                m_surface->hideSelectionRectangle();
                 return RTCAN;
             case Input::Kind::Pick:
-                m_surface.hideSelectionRectangle();
+                m_surface->hideSelectionRectangle();
                 corner = input.point;
                 return RTNORM;
             case Input::Kind::Line:
                 break;
         }
         if (const auto typed = typedPoint(input.text, first)) {
-            m_surface.hideSelectionRectangle();
+            m_surface->hideSelectionRectangle();
             corner = *typed;
             return RTNORM;
         }
@@ -601,7 +609,7 @@ int DesktopEditor::selectCorner(const QString& prompt, const AcGePoint3d* first,
 
 int DesktopEditor::selectInteractively(const SelectionFilter& filter,
                                        std::vector<AcDbObjectId>& selected) {
-    const DxfDocument& document = m_drawing.document();
+    const DxfDocument& document = m_drawing->document();
     std::vector<AcDbObjectId> chosen;
     auto add = [&](std::vector<AcDbObjectId> found) {
         found = applyReferenceTests(document, std::move(found), filter);
@@ -609,12 +617,12 @@ int DesktopEditor::selectInteractively(const SelectionFilter& filter,
         for (const AcDbObjectId id : found) {
             if (std::find(chosen.begin(), chosen.end(), id) == chosen.end()) chosen.push_back(id);
         }
-        m_surface.setHighlighted(chosen);
+        m_surface->setHighlighted(chosen);
         print(QStringLiteral("\n%1 found").arg(count));
     };
     // A pick on an entity takes it; a pick on nothing starts a window or crossing there.
     auto pickOrWindow = [&](const AcGePoint3d& at) {
-        if (const auto id = m_surface.pick(at, filter);
+        if (const auto id = m_surface->pick(at, filter);
             id && !applyReferenceTests(document, {*id}, filter).empty()) {
             add({*id});
             return RTNORM;
@@ -623,8 +631,8 @@ int DesktopEditor::selectInteractively(const SelectionFilter& filter,
         const int status =
             selectCorner(QStringLiteral("\nSpecify opposite corner: "), &at, std::nullopt, other);
         if (status != RTNORM) return status;
-        add(other.x >= at.x ? m_surface.window(at, other, filter)
-                            : m_surface.crossing(at, other, filter));
+        add(other.x >= at.x ? m_surface->window(at, other, filter)
+                            : m_surface->crossing(at, other, filter));
         return RTNORM;
     };
     auto explicitWindow = [&](bool crossing) {
@@ -636,12 +644,12 @@ int DesktopEditor::selectInteractively(const SelectionFilter& filter,
             status = selectCorner(QStringLiteral("\nSpecify opposite corner: "), &first, crossing,
                                   second);
         if (status != RTNORM) return status;
-        add(crossing ? m_surface.crossing(first, second, filter)
-                     : m_surface.window(first, second, filter));
+        add(crossing ? m_surface->crossing(first, second, filter)
+                     : m_surface->window(first, second, filter));
         return RTNORM;
     };
     auto finish = [&](int status) {
-        m_surface.setHighlighted({});
+        m_surface->setHighlighted({});
         if (status == RTCAN) return RTCAN;
         selected = chosen;
         return chosen.empty() ? RTERROR : RTNORM;

@@ -1,6 +1,8 @@
 // The desktop host's editor: the editor functions of the host interface answered by the user at the
-// command line and in the drawing view. A prompt blocks the command that asked in a nested event
-// loop until the user answers, cancels, or a script line or a command's argument answers for them.
+// command line and in the active drawing's view. A prompt blocks the command that asked in a nested
+// event loop until the user answers, cancels, or a script line or a command's argument answers for
+// them. While it waits, a module's modal dialog steps aside, so that a dialog's button can ask for
+// a selection or a point as in any CAD program.
 #pragma once
 
 #include <QObject>
@@ -14,6 +16,7 @@
 
 #include "host/api/acededitor.h"
 #include "host/desktop/session/selectionfilter.h"
+#include "host/desktop/shell/dialogsaside.h"
 
 class CommandLine;
 class DrawingSession;
@@ -30,10 +33,13 @@ public:
                                          const QString& extension, int flags, QString& path)>;
     using AlertBox = std::function<void(const QString& message)>;
 
-    // Installs itself as the host's editor for its lifetime.
-    DesktopEditor(CommandLine& commandLine, DrawingSurface& surface, DrawingSession& drawing,
-                  QObject* parent = nullptr);
+    // Installs itself as the host's editor for its lifetime. It works on a drawing once given one.
+    explicit DesktopEditor(CommandLine& commandLine, QObject* parent = nullptr);
     ~DesktopEditor() override;
+
+    // The drawing that prompts, selections and variables work on, and the surface that shows it;
+    // the last point and the rubber line belong to the drawing they were given in.
+    void setDrawing(DrawingSession& drawing, DrawingSurface& surface);
 
     void setCommandRunner(CommandRunner runner) { m_runCommand = std::move(runner); }
     // Without a dialog, and whenever FILEDIA is 0 or a script runs, files are asked for on the
@@ -135,8 +141,9 @@ private:
     void clearRubberLine();
 
     CommandLine& m_commandLine;
-    DrawingSurface& m_surface;
-    DrawingSession& m_drawing;
+    DrawingSurface* m_surface = nullptr;
+    DrawingSession* m_drawing = nullptr;
+    DialogsAside m_dialogsAside;
     CommandRunner m_runCommand;
     FileDialog m_fileDialog;
     AlertBox m_alertBox;
@@ -150,5 +157,5 @@ private:
     std::optional<AcGePoint3d> m_lastCursor;
     std::optional<std::pair<AcGePoint3d, AcGePoint3d>> m_rubberLine;
     std::map<std::wstring, short> m_variables;  // the session's: CMDECHO, FILEDIA
-    AcEdEditor* m_previousEditor;
+    AcEdEditorInstallation m_installation{this};
 };

@@ -46,18 +46,18 @@ std::optional<QStringList> readScript(const QString& path) {
 
 }  // namespace
 
-DesktopShell::DesktopShell(CommandLine& commandLine, DrawingSurface& surface, QObject* parent)
+DesktopShell::DesktopShell(CommandLine& commandLine, SurfaceFactory surfaces, QObject* parent)
     : QObject(parent),
       m_commandLine(commandLine),
-      m_surface(surface),
-      m_editor(commandLine, surface, m_drawing),
+      m_surfaceFactory(std::move(surfaces)),
+      m_editor(commandLine),
       m_modules([this](const std::string& warning) { report(QString::fromStdString(warning)); }) {
     m_editor.setCommandRunner([this](const QString& name) { return runCommand(name); });
-    m_surface.setDocument(&m_drawing.document());
+    drawingAdded(m_drawings.active());
     showCommandPrompt();
 }
 
-DesktopShell::~DesktopShell() { m_surface.setDocument(nullptr); }
+DesktopShell::~DesktopShell() = default;
 
 void DesktopShell::showCommandPrompt() { m_commandLine.print(QStringLiteral("\nCommand: ")); }
 
@@ -178,9 +178,10 @@ int DesktopShell::runCommand(const QString& typed) {
 }
 
 int DesktopShell::runModuleCommand(const QString& name, AcRxFunctionPtr function) {
-    // What the command changes is one step of UNDO; the view reads again what it changed besides
-    // the references it inserted.
-    m_drawing.beginModuleCommand(name.toStdWString());
+    // What the command changes is one step of UNDO of the drawing it ran in; the view reads again
+    // what it changed besides the references it inserted.
+    DrawingSession& ranIn = drawing();
+    ranIn.beginModuleCommand(name.toStdWString());
     int status = RTNORM;
     try {
         function();
@@ -192,7 +193,7 @@ int DesktopShell::runModuleCommand(const QString& name, AcRxFunctionPtr function
         m_commandLine.print(QStringLiteral("\n%1 ended with an error").arg(name));
         status = RTERROR;
     }
-    if (m_drawing.endModuleCommand()) m_surface.reload();
+    if (ranIn.endModuleCommand()) m_surfaces.at(&ranIn)->reload();
     return status;
 }
 
@@ -247,28 +248,101 @@ int DesktopShell::runVariable(const QString& name) {
     return RTNORM;
 }
 
-void DesktopShell::drawingReplaced() {
-    m_surface.setDocument(&m_drawing.document());
+void DesktopShell::drawingAdded(DrawingSession& drawing) {
+    m_surfaces[&drawing] = m_surfaceFactory(drawing);
+    useActiveDrawing();
+}
+
+void DesktopShell::useActiveDrawing() {
+    m_editor.setDrawing(drawing(), surface());
     emit drawingChanged();
 }
 
+bool DesktopShell::activateDrawing(std::size_t index) {
+    if (index >= m_drawings.count()) return false;
+    if (index == m_drawings.activeIndex()) return true;
+    if (m_busy || m_editor.isPrompting()) return false;
+    m_drawings.activate(index);
+    useActiveDrawing();
+    return true;
+}
+
+void DesktopShell::newDrawing() { drawingAdded(m_drawings.addNew()); }
+
+bool DesktopShell::askToRepair(const QString& fault) {
+    const QString question = QStringLiteral("Read it with repairs?");
+    bool repair = false;
+    if (m_editor.asksOnCommandLine()) {
+        report(fault);
+        return m_editor.promptYesNo(QStringLiteral("\n") + question, true, repair) == RTNORM &&
+               repair;
+    }
+    const auto answer = QMessageBox::question(
+        m_dialogParent, QStringLiteral("Tarnwick CAD"),
+        fault + QStringLiteral("\n\nThe drawing's structure is damaged. ") + question,
+        QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes);
+    return answer == QMessageBox::Yes;
+}
+
 bool DesktopShell::openDrawing(const QString& path) {
+    const std::filesystem::path file = path.toStdString();
     const qsizetype printed = m_commandLine.history().size();
-    const DxfStatus status = m_drawing.open(path.toStdString());
-    if (!status.isOk()) {
-        report(QString::fromStdString(status.errorString()));
+    if (const auto open = m_drawings.indexOfFile(file)) {
+        activateDrawing(*open);
+        return true;
+    }
+    // An untouched new drawing that is all there is gives way, as in a CAD program.
+    DrawingSession* replaced =
+        m_drawings.count() == 1 && drawing().isPristine() ? &drawing() : nullptr;
+    auto read = m_drawings.open(file);
+    if (!read.isOk() && read.error().kind() == DxfErrorKind::Structure) {
+        // Asked on the command line, the fault stands above the question already.
+        const bool shown = m_editor.asksOnCommandLine();
+        if (!askToRepair(QString::fromStdString(read.errorString()))) {
+            if (!shown) report(QString::fromStdString(read.errorString()));
+            return false;
+        }
+        read = m_drawings.open(file, DxfReading::Recover);
+    }
+    if (!read.isOk()) {
+        report(QString::fromStdString(read.errorString()));
         return false;
     }
-    drawingReplaced();
+    DrawingSession& opened = *read.value();
+    for (const std::string& repair : opened.document().repairs())
+        report(QString::fromStdString(repair));
+    drawingAdded(opened);
+    if (replaced != nullptr) closeWithoutAsking(*replaced);
     // What a module says of the drawing as it opens stands on its own; outside a command the
     // prompt comes back under it.
     if (!m_busy && m_commandLine.history().size() != printed) showCommandPrompt();
     return true;
 }
 
+void DesktopShell::closeWithoutAsking(DrawingSession& closing) {
+    // There is always a drawing to work on: the last one leaves a new one behind.
+    if (m_drawings.count() == 1) drawingAdded(m_drawings.addNew());
+    auto index = m_drawings.indexOf(closing);
+    if (!index) return;
+    if (*index == m_drawings.activeIndex()) {
+        // The editor moves to the next drawing before this one's surface goes.
+        m_drawings.activate(*index + 1 < m_drawings.count() ? *index + 1 : *index - 1);
+        useActiveDrawing();
+    }
+    m_surfaces.erase(&closing);
+    m_drawings.close(*index);
+    emit drawingChanged();
+}
+
+bool DesktopShell::closeDrawing() {
+    if (!confirmDiscard()) return false;
+    closeWithoutAsking(drawing());
+    return true;
+}
+
 int DesktopShell::saveDrawing() {
-    if (!m_drawing.hasFile()) return saveDrawingAs();
-    const DxfStatus status = m_drawing.save();
+    if (!drawing().hasFile()) return saveDrawingAs();
+    const DxfStatus status = drawing().save();
     if (!status.isOk()) {
         report(QString::fromStdString(status.errorString()));
         return RTERROR;
@@ -280,14 +354,14 @@ int DesktopShell::saveDrawing() {
 
 int DesktopShell::saveDrawingAs() {
     std::wstring path;
-    if (m_editor.getFileD(L"Save Drawing As", m_drawing.drawingName(), L"dxf", kNewFile, path) !=
+    if (m_editor.getFileD(L"Save Drawing As", drawing().drawingName(), L"dxf", kNewFile, path) !=
         RTNORM)
         return RTCAN;
-    if (const auto refusal = m_drawing.refusalToSaveAs(path)) {
+    if (const auto refusal = drawing().refusalToSaveAs(path)) {
         m_editor.alert(*refusal);
         return RTERROR;
     }
-    const DxfStatus status = m_drawing.saveAs(path);
+    const DxfStatus status = drawing().saveAs(path);
     if (!status.isOk()) {
         report(QString::fromStdString(status.errorString()));
         return RTERROR;
@@ -298,7 +372,7 @@ int DesktopShell::saveDrawingAs() {
 }
 
 void DesktopShell::reportSaved() {
-    const DxfDocument& document = m_drawing.document();
+    const DxfDocument& document = drawing().document();
     const QFileInfo file(QString::fromStdString(document.path().string()));
     QString format = document.isBinary() ? QStringLiteral("binary DXF") : QStringLiteral("DXF");
     if (!document.version().empty())
@@ -310,9 +384,9 @@ void DesktopShell::reportSaved() {
 }
 
 bool DesktopShell::confirmDiscard() {
-    if (!m_drawing.isModified()) return true;
+    if (!drawing().isModified()) return true;
     const QString question =
-        QStringLiteral("Save changes to %1?").arg(QString::fromStdWString(m_drawing.drawingName()));
+        QStringLiteral("Save changes to %1?").arg(QString::fromStdWString(drawing().drawingName()));
     bool save = false;
     if (m_editor.asksOnCommandLine()) {
         if (m_editor.promptYesNo(QStringLiteral("\n") + question, true, save) != RTNORM)
@@ -325,6 +399,17 @@ bool DesktopShell::confirmDiscard() {
         save = answer == QMessageBox::Yes;
     }
     return !save || saveDrawing() == RTNORM;
+}
+
+bool DesktopShell::confirmDiscardAll() {
+    for (std::size_t i = 0; i < m_drawings.count(); ++i) {
+        if (!m_drawings.at(i).isModified()) continue;
+        // Shown while asked about, so that the user sees which drawing the question means.
+        m_drawings.activate(i);
+        useActiveDrawing();
+        if (!confirmDiscard()) return false;
+    }
+    return true;
 }
 
 void DesktopShell::requestQuit() {

@@ -1,5 +1,5 @@
-// `tarnwick-cad`: the desktop CAD host. Opens a drawing, loads the bundled Tarnwick.arx as a CAD
-// program loads a registered module, and runs a start-up script when given one.
+// `tarnwick-cad`: the desktop CAD host. Opens the drawings named, loads the bundled Tarnwick.arx as
+// a CAD program loads a registered module, and runs a start-up script when given one.
 #include <QApplication>
 #include <QStandardPaths>
 #include <QTimer>
@@ -20,12 +20,12 @@
 namespace {
 
 constexpr const char* kUsage =
-    "Usage: tarnwick-cad [DRAWING.dxf] [-b SCRIPT.scr] [--commands]\n"
+    "Usage: tarnwick-cad [DRAWING.dxf...] [-b SCRIPT.scr] [--commands]\n"
     "\n"
     "The desktop CAD host: a drawing view with a command line and menus, running the module\n"
     "Tarnwick.arx that comes with it (commands RZBOMT and RZBOMC).\n"
     "\n"
-    "  DRAWING.dxf     the drawing to open (a new one without)\n"
+    "  DRAWING.dxf     the drawings to open, each in a tab of its own (a new one without)\n"
     "  -b SCRIPT.scr   feed the script's lines to the command line, one at a time\n"
     "  --commands      print the registered commands (group, global name, local name,\n"
     "                  flags) and exit without a window\n"
@@ -36,7 +36,7 @@ constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
 
 struct Options {
-    std::optional<std::string> drawing;
+    std::vector<std::string> drawings;
     std::optional<std::string> script;
     bool listCommands = false;
     bool help = false;
@@ -63,11 +63,8 @@ std::optional<Options> parse(const std::vector<std::string>& args, std::string& 
         } else if (arg.starts_with("-")) {
             error = "unknown option \"" + arg + "\"";
             return std::nullopt;
-        } else if (!options.drawing) {
-            options.drawing = arg;
         } else {
-            error = "one drawing at a time";
-            return std::nullopt;
+            options.drawings.push_back(arg);
         }
     }
     return options;
@@ -115,8 +112,10 @@ int main(int argc, char** argv) {
     MainWindow window(recentDrawingsFile());
     DesktopShell& shell = window.shell();
     shell.loadModule(QString::fromStdString(bundledModuleFile().string()));
-    if (options->drawing) shell.openDrawing(QString::fromStdString(*options->drawing));
     window.show();
+    // Opened before the script starts, and over the window: a damaged one asks about repairs.
+    for (const std::string& drawing : options->drawings)
+        shell.openDrawing(QString::fromStdString(drawing));
     if (options->script) {
         const QString script = QString::fromStdString(*options->script);
         QTimer::singleShot(0, &shell, [&shell, script] { shell.startScript(script); });

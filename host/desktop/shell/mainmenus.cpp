@@ -41,6 +41,8 @@ void MainMenus::buildFileMenu() {
     addCommand(*m_file, QStringLiteral("&Open..."), {QStringLiteral("_OPEN")})
         ->setShortcut(QKeySequence::Open);
     m_file->addMenu(m_recent);
+    addCommand(*m_file, QStringLiteral("&Close"), {QStringLiteral("_CLOSE")})
+        ->setShortcut(QKeySequence::Close);
     m_file->addSeparator();
     addCommand(*m_file, QStringLiteral("&Save"), {QStringLiteral("_SAVE")})
         ->setShortcut(QKeySequence::Save);

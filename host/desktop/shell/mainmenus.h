@@ -1,6 +1,6 @@
 // The main window's menus: File (drawings and the recent ones), View (zooms) and one menu per
 // loaded module with its commands by their global names. Each item runs a command as typing it
-// does, on the shell's drawing, so the menus need nothing of the widgets below them.
+// does, on the active drawing, so the menus need nothing of the widgets below them.
 #pragma once
 
 #include <QObject>

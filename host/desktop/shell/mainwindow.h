@@ -1,6 +1,6 @@
-// The desktop host's main window: the menus, the drawing view over the command line, and a status
-// line with the cursor's position in drawing units. The title names the drawing and marks unsaved
-// changes.
+// The desktop host's main window: the menus, a tab for each open drawing over the command line,
+// and a status line with the cursor's position in drawing units. The title names the active
+// drawing and marks unsaved changes; each tab names its drawing and marks them too.
 #pragma once
 
 #include <QMainWindow>
@@ -11,9 +11,12 @@
 
 class CommandLine;
 class DesktopShell;
+class DrawingSession;
+class DrawingSurface;
 class DrawingView;
 class MainMenus;
 class QLabel;
+class QTabWidget;
 class QtWindowServices;
 class ViewSurface;
 
@@ -27,8 +30,10 @@ public:
 
     DesktopShell& shell() { return *m_shell; }
     CommandLine& commandLine() { return *m_commandLine; }
-    DrawingView& view() { return *m_view; }
-    ViewSurface& surface() { return *m_surface; }
+    // The active drawing's view and surface.
+    DrawingView& view();
+    ViewSurface& surface();
+    QTabWidget& drawingTabs() { return *m_tabs; }
     QLabel& cursorPosition() { return *m_cursorPosition; }
     MainMenus& menus() { return *m_menus; }
 
@@ -36,10 +41,12 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void updateTitle();
+    // A tab with a view of its own for a drawing the shell opened.
+    std::unique_ptr<DrawingSurface> addDrawingTab(DrawingSession& drawing);
+    void tabChosen(int index);
+    void updateTitles();
 
-    DrawingView* m_view;
-    std::unique_ptr<ViewSurface> m_surface;
+    QTabWidget* m_tabs;
     CommandLine* m_commandLine;
     QLabel* m_cursorPosition;
     // The module's dialogs take this window as their parent; message boxes and the beep.

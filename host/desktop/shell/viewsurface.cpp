@@ -25,70 +25,76 @@ std::string narrow(const std::wstring& text) {
 
 }  // namespace
 
-ViewSurface::ViewSurface(DrawingView& view) : m_view(view) {}
+ViewSurface::ViewSurface(DrawingView* view) : m_view(view) {}
 
-ViewSurface::~ViewSurface() { m_view.setScene(nullptr); }
+ViewSurface::~ViewSurface() {
+    if (m_view.isNull()) return;
+    m_view->setScene(nullptr);
+    delete m_view.data();
+}
 
 void ViewSurface::setDocument(const DxfDocument* document) {
     // The view lets go of the old scene before it goes.
-    m_view.setScene(nullptr);
+    m_view->setScene(nullptr);
     m_scene.reset();
     m_selectionShown = false;
     if (document == nullptr) return;
     m_scene = std::make_unique<DrawingScene>(*document, DxfSpace::Model);
-    m_view.setScene(m_scene.get());
+    m_view->setScene(m_scene.get());
 }
 
 void ViewSurface::entityAdded(AcDbObjectId id) {
-    if (m_scene && m_scene->addEntity(id)) m_view.regen();
+    if (m_scene && m_scene->addEntity(id)) m_view->regen();
 }
 
 void ViewSurface::entityRemoved(AcDbObjectId id) {
     if (!m_scene || !m_scene->removeEntity(id)) return;
-    std::vector<AcDbObjectId> highlighted = m_view.highlighted();
-    if (std::erase(highlighted, id) != 0) m_view.setHighlighted(highlighted);
-    m_view.regen();
+    std::vector<AcDbObjectId> highlighted = m_view->highlighted();
+    if (std::erase(highlighted, id) != 0) m_view->setHighlighted(highlighted);
+    m_view->regen();
 }
 
 void ViewSurface::reload() {
     if (!m_scene) return;
-    const ViewTransform view = m_view.viewTransform();
+    const ViewTransform view = m_view->viewTransform();
     setDocument(&m_scene->document());
-    m_view.setViewTransform(view);
+    m_view->setViewTransform(view);
 }
 
 void ViewSurface::drawVector(const AcGePoint3d& from, const AcGePoint3d& to, int color,
                              bool highlight) {
-    m_view.drawVector(scenePoint(from), scenePoint(to), color, highlight);
+    m_view->drawVector(scenePoint(from), scenePoint(to), color, highlight);
 }
 
-void ViewSurface::clearVectors() { m_view.clearVectors(); }
+void ViewSurface::clearVectors() { m_view->clearVectors(); }
 
 void ViewSurface::showSelectionRectangle(const AcGePoint3d& a, const AcGePoint3d& b,
                                          bool crossing) {
-    m_view.setSelectionRectangle(sceneRect(a, b), crossing);
+    m_view->setSelectionRectangle(sceneRect(a, b), crossing);
     m_selectionShown = true;
     m_crossing = crossing;
 }
 
 void ViewSurface::hideSelectionRectangle() {
-    m_view.clearSelectionRectangle();
+    m_view->clearSelectionRectangle();
     m_selectionShown = false;
 }
 
-void ViewSurface::setHighlighted(const std::vector<AcDbObjectId>& ids) { m_view.setHighlighted(ids); }
+void ViewSurface::setHighlighted(const std::vector<AcDbObjectId>& ids) {
+    m_view->setHighlighted(ids);
+}
 
-void ViewSurface::zoomExtents() { m_view.zoomExtents(); }
+void ViewSurface::zoomExtents() { m_view->zoomExtents(); }
 
 void ViewSurface::zoomWindow(const AcGePoint3d& a, const AcGePoint3d& b) {
     const SceneRect rect = sceneRect(a, b);
     if (rect.width() <= 0.0 || rect.height() <= 0.0) return;
-    m_view.zoomWindow(rect);
+    m_view->zoomWindow(rect);
 }
 
 void ViewSurface::zoomFactor(double factor) {
     if (!(factor > 0.0) || !std::isfinite(factor)) return;
-    m_view.zoomAbout(QPointF(m_view.width() / 2.0, m_view.height() / 2.0), factor);
+    m_view->zoomAbout(QPointF(m_view->width() / 2.0, m_view->height() / 2.0), factor);
 }
 
 std::string ViewSurface::sceneType(const SelectionFilter& filter) {
@@ -115,10 +121,10 @@ std::vector<AcDbObjectId> ViewSurface::ofFilteredTypes(std::vector<AcDbObjectId>
 std::optional<AcDbObjectId> ViewSurface::pick(const AcGePoint3d& at,
                                               const SelectionFilter& filter) const {
     if (!m_scene) return std::nullopt;
-    const double tolerance = kPickBoxPixels * m_view.unitsPerPixel();
+    const double tolerance = kPickBoxPixels * m_view->unitsPerPixel();
     const auto found = m_scene->pick(scenePoint(at), tolerance, sceneType(filter));
-    if (!found || (sceneType(filter).empty() && !filter.types.empty() &&
-                   !hasFilteredType(*found, filter)))
+    if (!found ||
+        (sceneType(filter).empty() && !filter.types.empty() && !hasFilteredType(*found, filter)))
         return std::nullopt;
     return found;
 }

@@ -1,8 +1,9 @@
-// The drawing view behind the editor: the scene of the open drawing's model space, shown in a
-// DrawingView, with picks, windows and crossings answered by the scene's hit tests and the
-// editor's vectors, selection rectangle and highlights drawn by the view.
+// The drawing view behind the editor: the scene of a drawing's model space, shown in a DrawingView,
+// with picks, windows and crossings answered by the scene's hit tests and the editor's vectors,
+// selection rectangle and highlights drawn by the view.
 #pragma once
 
+#include <QPointer>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,13 +19,13 @@ public:
     // Half the side of the pick box, in pixels: a pick takes the nearest entity this close.
     static constexpr double kPickBoxPixels = 4.0;
 
-    // The view stays the caller's and must outlive the surface.
-    explicit ViewSurface(DrawingView& view);
+    // The surface owns the view: the view leaves the window with it.
+    explicit ViewSurface(DrawingView* view);
     ~ViewSurface() override;
     ViewSurface(const ViewSurface&) = delete;
     ViewSurface& operator=(const ViewSurface&) = delete;
 
-    DrawingView& view() { return m_view; }
+    DrawingView& view() { return *m_view; }
     const DrawingScene* scene() const { return m_scene.get(); }
     bool selectionRectangleShown() const { return m_selectionShown; }
     bool selectionIsCrossing() const { return m_crossing; }
@@ -59,7 +60,8 @@ private:
                                               const SelectionFilter& filter) const;
     bool hasFilteredType(AcDbObjectId id, const SelectionFilter& filter) const;
 
-    DrawingView& m_view;
+    // Guarded: a window that goes first takes its child widgets with it.
+    QPointer<DrawingView> m_view;
     std::unique_ptr<DrawingScene> m_scene;
     bool m_selectionShown = false;
     bool m_crossing = false;

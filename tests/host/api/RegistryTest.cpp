@@ -56,15 +56,17 @@ TEST(CommandStack, FindsCommandsByEitherNameAndRemovesAWholeGroupTwiceAddedOnesT
 }
 
 struct RecordingReactor : AcApDocManagerReactor {
+    std::vector<AcApDocument*> current;
     std::vector<AcApDocument*> toBeDestroyed;
     std::vector<std::wstring> destroyed;
+    void documentBecameCurrent(AcApDocument* document) override { current.push_back(document); }
     void documentToBeDestroyed(AcApDocument* document) override {
         toBeDestroyed.push_back(document);
     }
     void documentDestroyed(const wchar_t* fileName) override { destroyed.push_back(fileName); }
 };
 
-TEST(DocManager, TellsRegisteredReactorsOnlyAndForgetsTheCurrentDocument) {
+TEST(DocManager, TellsRegisteredReactorsOnlyOfEachSwitchAndForgetsTheCurrentDocument) {
     AcApDocManager manager;
     RecordingReactor reactor;
     RecordingReactor removed;
@@ -75,13 +77,19 @@ TEST(DocManager, TellsRegisteredReactorsOnlyAndForgetsTheCurrentDocument) {
     EXPECT_EQ(manager.reactors().size(), 1u);
 
     AcApDocument document(nullptr, L"plan.dxf");
+    AcApDocument annex(nullptr, L"annex.dxf");
     manager.documentCreated(&document);
+    EXPECT_EQ(manager.curDocument(), &document);
+    manager.documentCreated(&annex);
+    manager.documentActivated(&annex);  // already current: no news
+    manager.documentActivated(&document);
     EXPECT_EQ(manager.curDocument(), &document);
     manager.documentToBeDestroyed(&document);
 
+    EXPECT_EQ(reactor.current, (std::vector<AcApDocument*>{&document, &annex, &document}));
     EXPECT_EQ(reactor.toBeDestroyed, std::vector<AcApDocument*>{&document});
     EXPECT_EQ(reactor.destroyed, std::vector<std::wstring>{L"plan.dxf"});
-    EXPECT_TRUE(removed.toBeDestroyed.empty());
+    EXPECT_TRUE(removed.toBeDestroyed.empty() && removed.current.empty());
     EXPECT_EQ(manager.curDocument(), nullptr);
 }
 

@@ -26,10 +26,7 @@ std::string trimmed(const std::string& text) {
 
 }  // namespace
 
-CalcEditor::CalcEditor(DxfDocument& document, CalcToolIo& io)
-    : m_document(document), m_io(io), m_previousEditor(acedSetEditor(this)) {}
-
-CalcEditor::~CalcEditor() { acedSetEditor(m_previousEditor); }
+CalcEditor::CalcEditor(DxfDocument& document, CalcToolIo& io) : m_document(document), m_io(io) {}
 
 void CalcEditor::writeText(const std::wstring& text) {
     // The host's messages start with a line break to leave the prompt's line; a console has left

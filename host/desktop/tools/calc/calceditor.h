@@ -32,7 +32,6 @@ class CalcEditor final : public AcEdEditor {
 public:
     // Installs itself as the host's editor for its lifetime.
     CalcEditor(DxfDocument& document, CalcToolIo& io);
-    ~CalcEditor() override;
     CalcEditor(const CalcEditor&) = delete;
     CalcEditor& operator=(const CalcEditor&) = delete;
 
@@ -73,5 +72,5 @@ private:
     bool m_pickPending = false;
     std::wstring m_lastPrompt;
     bool m_inserted = false;
-    AcEdEditor* m_previousEditor;
+    AcEdEditorInstallation m_installation{this};
 };

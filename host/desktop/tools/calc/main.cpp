@@ -22,7 +22,8 @@ int main(int argc, char** argv) {
         return kCalcToolOk;
     }
     QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("Tarnwick"));
+    // The name titles the host's boxes; a display name would also end every window's title.
+    QApplication::setApplicationName(QStringLiteral("Tarnwick"));
     std::setlocale(LC_ALL, "");
     const QtWindowServices windowServices;
 

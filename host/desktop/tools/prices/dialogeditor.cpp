@@ -17,10 +17,7 @@ QWidget* askingWindow() {
 
 }  // namespace
 
-DialogEditor::DialogEditor(const DxfDocument* drawing)
-    : m_drawing(drawing), m_previous(acedSetEditor(this)) {}
-
-DialogEditor::~DialogEditor() { acedSetEditor(m_previous); }
+DialogEditor::DialogEditor(const DxfDocument* drawing) : m_drawing(drawing) {}
 
 int DialogEditor::getFileD(const std::wstring& title, const std::wstring& defaultName,
                            const std::wstring& extension, int flags, std::wstring& path) {

@@ -7,10 +7,9 @@
 
 class DialogEditor final : public AcEdEditor {
 public:
-    // Installs itself as the host's editor for its lifetime; the drawing, when there is one, answers
-    // the system variables (its name and folder among them).
+    // Installs itself as the host's editor for its lifetime; the drawing, when there is one,
+    // answers the system variables (its name and folder among them).
     explicit DialogEditor(const DxfDocument* drawing);
-    ~DialogEditor() override;
     DialogEditor(const DialogEditor&) = delete;
     DialogEditor& operator=(const DialogEditor&) = delete;
 
@@ -30,5 +29,5 @@ public:
 
 private:
     const DxfDocument* m_drawing;
-    AcEdEditor* m_previous;
+    AcEdEditorInstallation m_installation{this};
 };

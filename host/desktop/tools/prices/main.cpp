@@ -20,7 +20,8 @@ namespace {
 constexpr const char* kUsage =
     "Usage: tarnwick-prices [LIST.prc] [--drawing PLAN.dxf]\n"
     "\n"
-    "Edits a price list in the editor of the command RZBOMT. The drop list of a new row offers the\n"
+    "Edits a price list in the editor of the command RZBOMT. The drop list of a new row offers "
+    "the\n"
     "drawing's blocks that the list does not price yet; without a drawing it is empty. LIST is\n"
     "opened as \"Open\" would open it.\n"
     "\n"
@@ -110,7 +111,8 @@ int main(int argc, char** argv) {
     }
 
     QApplication application(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("Tarnwick"));
+    // The name titles the host's boxes; a display name would also end every window's title.
+    QApplication::setApplicationName(QStringLiteral("Tarnwick"));
     acdbHostApplicationServices()->setWorkingDatabase(drawing.get());
     runEditor(*options, drawing.get());
     acdbHostApplicationServices()->setWorkingDatabase(nullptr);

@@ -1,12 +1,16 @@
 // A tiny module for the loader's tests. Compile definitions choose how it behaves, well or badly:
 // NO_ENTRY_POINT, NO_API_VERSION, API_VERSION=0x..., INIT_ANSWER=..., NO_UNLOCK, NO_CLEANUP,
 // THROW_AT_INIT, USES_QT, PLACES_BLOCK (a command that places the block DOOR as the module places
-// its table); MODULE_GROUP names its command group.
+// its table), DOC_RECORDS (the module's per-document data: a record for the current drawing, and
+// their count); MODULE_GROUP names its command group.
 #include <memory>
 #include <stdexcept>
 
 #ifdef PLACES_BLOCK
 #include "frame/TablePlacement.h"
+#endif
+#ifdef DOC_RECORDS
+#include "frame/DocData.h"
 #endif
 #ifdef USES_QT
 #include <QObject>
@@ -62,6 +66,13 @@ std::unique_ptr<QObject> holder;
 void PlaceDoor() { PlaceTable(L"DOOR", 0.9, 0.9); }
 #endif
 
+#ifdef DOC_RECORDS
+// Registered on the document manager from load to unload, as the module's own manager is.
+AsdkDataManager<int> records;
+void MakeRecord() { records.docData(acDocManagerPtr()->curDocument()) = 1; }
+void CountRecords() { acutPrintf(L"\n%d records\n", static_cast<int>(records.documentCount())); }
+#endif
+
 [[maybe_unused]] AcEdCommandStack* Commands() {
     return AcRxCast<AcEdCommandStack>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
 }
@@ -86,6 +97,12 @@ MODULE_EXPORT AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode msg, [[maybe_unus
 #ifdef PLACES_BLOCK
             Commands()->addCommand(MODULE_GROUP, L"PlaceDoor_Global", L"PLACEDOOR", ACRX_CMD_MODAL,
                                    PlaceDoor);
+#endif
+#ifdef DOC_RECORDS
+            Commands()->addCommand(MODULE_GROUP, L"DocRecord_Global", L"DOCRECORD", ACRX_CMD_MODAL,
+                                   MakeRecord);
+            Commands()->addCommand(MODULE_GROUP, L"DocRecords_Global", L"DOCRECORDS",
+                                   ACRX_CMD_MODAL, CountRecords);
 #endif
             acDocManagerPtr()->addReactor(&reactor);
 #ifdef USES_QT

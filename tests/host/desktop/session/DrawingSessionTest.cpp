@@ -1,9 +1,10 @@
-// The desktop host's open drawing: new, opened, what the document manager hears, and the steps UNDO
-// takes back. (Modified and saved: the shell's and the end-to-end tests.)
+// The desktop host's drawings: each one new or opened, and the open ones with one active; what the
+// document manager hears, which database is the working one, and the steps UNDO takes back.
+// (Modified and saved: the shell's and the end-to-end tests.)
 #include <gtest/gtest.h>
 
 #include "host/api/acdbdatabase.h"
-#include "host/desktop/session/drawingsession.h"
+#include "host/desktop/session/opendrawings.h"
 #include "tests/TempFolder.h"
 
 namespace {
@@ -17,52 +18,93 @@ struct Recorder final : AcApDocManagerReactor {
     void documentCreated(AcApDocument* document) override {
         events.push_back(L"created " + document->fileName());
     }
+    void documentBecameCurrent(AcApDocument* document) override {
+        events.push_back(L"current " + document->fileName());
+    }
     void documentToBeDestroyed(AcApDocument* document) override {
         events.push_back(L"to be destroyed " + document->fileName());
     }
     std::vector<std::wstring> events;
 };
 
-TEST(DrawingSession, StartsWithANewDrawingWithoutFile) {
-    DrawingSession session;
+AcDbDatabase* workingDatabase() { return acdbHostApplicationServices()->workingDatabase(); }
+
+TEST(DrawingSession, ANewDrawingHasNoFileUntilSavedAsAndIsPristineUntilChanged) {
+    DrawingSession session("Drawing1.dxf");
     EXPECT_EQ(session.drawingName(), L"Drawing1.dxf");
     EXPECT_FALSE(session.hasFile());
-    EXPECT_FALSE(session.isModified());
-    EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), &session.document());
+    EXPECT_TRUE(session.isPristine());
     EXPECT_EQ(session.save().errorString(), "Drawing1.dxf: the drawing has no file yet");
+    ASSERT_EQ(session.document().setVar(L"ATTREQ", resbuf::shortValue(0)), RTNORM);
+    EXPECT_TRUE(session.isModified());
+    EXPECT_FALSE(session.isPristine());
 }
 
-TEST(DrawingSession, TheDocumentManagerHearsOfEveryDrawingThatComesAndGoes) {
+TEST(OpenDrawings, EachDrawingIsCreatedMadeCurrentAndDestroyedAsTheUserWorks) {
     Recorder recorder;
+    const std::wstring plan = kFloorPlan.wstring();
     {
-        DrawingSession session;
-        ASSERT_TRUE(session.open(kFloorPlan).isOk());
-        EXPECT_EQ(session.drawingName(), L"floorplan.dxf");
-        EXPECT_EQ(acDocManagerPtr()->curDocument(), &session.hostDocument());
+        OpenDrawings drawings;
+        EXPECT_EQ(drawings.active().drawingName(), L"Drawing1.dxf");
+        EXPECT_EQ(workingDatabase(), &drawings.active().document());
+        auto opened = drawings.open(kFloorPlan);
+        ASSERT_TRUE(opened.isOk()) << opened.errorString();
+        EXPECT_EQ(drawings.count(), 2u);
+        EXPECT_EQ(&drawings.active(), opened.value());
+        EXPECT_EQ(workingDatabase(), &opened.value()->document());
+        EXPECT_EQ(drawings.indexOfFile(kFloorPlan), 1u);
+        drawings.addNew();
+        EXPECT_EQ(drawings.active().drawingName(), L"Drawing2.dxf");
+
+        drawings.activate(0);
+        EXPECT_EQ(acDocManagerPtr()->curDocument(), &drawings.at(0).hostDocument());
+        EXPECT_EQ(workingDatabase(), &drawings.at(0).document());
+        // Closing the active drawing makes the next one active; the only one stays.
+        ASSERT_TRUE(drawings.close(0));
+        EXPECT_EQ(drawings.active().drawingName(), L"floorplan.dxf");
+        ASSERT_TRUE(drawings.close(1));
+        EXPECT_FALSE(drawings.close(0));
+        EXPECT_EQ(drawings.count(), 1u);
+        // A new drawing takes the next number, not a closed one's.
+        EXPECT_EQ(drawings.addNew().drawingName(), L"Drawing3.dxf");
     }
     EXPECT_EQ(recorder.events,
-              (std::vector<std::wstring>{L"created Drawing1.dxf", L"to be destroyed Drawing1.dxf",
-                                         L"created " + kFloorPlan.wstring(),
-                                         L"to be destroyed " + kFloorPlan.wstring()}));
-    EXPECT_EQ(acdbHostApplicationServices()->workingDatabase(), nullptr);
+              (std::vector<std::wstring>{
+                  L"created Drawing1.dxf", L"current Drawing1.dxf", L"created " + plan,
+                  L"current " + plan, L"created Drawing2.dxf", L"current Drawing2.dxf",
+                  L"current Drawing1.dxf", L"to be destroyed Drawing1.dxf", L"current " + plan,
+                  L"to be destroyed Drawing2.dxf", L"created Drawing3.dxf", L"current Drawing3.dxf",
+                  L"to be destroyed Drawing3.dxf", L"to be destroyed " + plan}));
+    EXPECT_EQ(workingDatabase(), nullptr);
     EXPECT_EQ(acDocManagerPtr()->curDocument(), nullptr);
 }
 
-TEST(DrawingSession, AFileThatCannotBeReadLeavesTheDrawingOpen) {
+TEST(OpenDrawings, AFileThatCannotBeReadChangesNothingAndADamagedOneCanBeRepaired) {
     TempFolder folder;
     folder.write("broken.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nLINE\n 10\nabc\n");
-    DrawingSession session;
-    ASSERT_TRUE(session.open(kFloorPlan).isOk());
-    const DxfStatus status = session.open(folder.path("broken.dxf"));
-    EXPECT_FALSE(status.isOk());
-    EXPECT_NE(status.errorString().find("broken.dxf:"), std::string::npos) << status.errorString();
-    EXPECT_EQ(session.drawingName(), L"floorplan.dxf");
+    folder.write("stray.dxf", "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nENDSEC\n  0\nEOF\n");
+    OpenDrawings drawings;
+    auto broken = drawings.open(folder.path("broken.dxf"));
+    ASSERT_FALSE(broken.isOk());
+    EXPECT_NE(broken.errorString().find("broken.dxf:"), std::string::npos) << broken.errorString();
+    EXPECT_EQ(broken.error().kind(), DxfErrorKind::Other);
+    EXPECT_EQ(drawings.count(), 1u);
+    EXPECT_EQ(drawings.active().drawingName(), L"Drawing1.dxf");
+
+    auto strict = drawings.open(folder.path("stray.dxf"));
+    ASSERT_FALSE(strict.isOk());
+    EXPECT_EQ(strict.error().kind(), DxfErrorKind::Structure) << strict.errorString();
+    auto mended = drawings.open(folder.path("stray.dxf"), DxfReading::Recover);
+    ASSERT_TRUE(mended.isOk()) << mended.errorString();
+    EXPECT_FALSE(mended.value()->document().repairs().empty());
+    EXPECT_EQ(drawings.count(), 2u);
 }
 
 // A module's command is one step, under the INSERTs it ran; only the last few commands are kept.
 TEST(DrawingSession, UndoTakesBackInsertsOneByOneAndAModulesCommandWhole) {
-    DrawingSession session;
-    ASSERT_TRUE(session.open(kFloorPlan).isOk());
+    auto read = DxfDocument::readFile(kFloorPlan);
+    ASSERT_TRUE(read.isOk()) << read.errorString();
+    DrawingSession session(read.takeValue());
     DxfDocument& document = session.document();
     const std::string opened = document.toBytes();
     auto insertDoor = [&] {

@@ -94,7 +94,9 @@ TEST_F(DesktopShellTest, SelectShowsWhatAWindowDraggedWithTheMouseTakes) {
     // A click on nothing at (13,13), the mouse dragged left and down, a click at (10.5,10.5);
     // the right button ends the selection. One input a step: each waits for the prompt.
     m_driver->click({13, 13, 0})
-        .then([&] { moveMouse(*m_window, {10.5, 10.5, 0}); })
+        .then([&] {
+            moveMouse(*m_window, {10.5, 10.5, 0});
+        })
         .then([&] {
             crossingShown = view.selectionRectangleShown() && view.selectionIsCrossing();
             clickAt(*m_window, {10.5, 10.5, 0});
@@ -123,12 +125,10 @@ TEST_F(DesktopShellTest, ZoomTakesAWindowClickedWithTheMouseAFactorAndTheExtents
     const AcGePoint3d a = onPixel(*m_window, {12.5, 6.5, 0});
     const AcGePoint3d b = onPixel(*m_window, {19.5, 11.5, 0});
     bool rectangleShown = false;
-    m_driver->click(a)
-        .then([&] { moveMouse(*m_window, b); })
-        .then([&] {
-            rectangleShown = m_window->surface().selectionRectangleShown();
-            clickAt(*m_window, b);
-        });
+    m_driver->click(a).then([&] { moveMouse(*m_window, b); }).then([&] {
+        rectangleShown = m_window->surface().selectionRectangleShown();
+        clickAt(*m_window, b);
+    });
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("ZOOM")));
     EXPECT_TRUE(rectangleShown);
     EXPECT_FALSE(m_window->surface().selectionRectangleShown());
@@ -193,6 +193,39 @@ TEST_F(DesktopShellTest, OpenAsksForTheDrawingAndTitlesTheWindow) {
     EXPECT_EQ(m_window->windowTitle(), QStringLiteral("floorplan.dxf[*] - Tarnwick CAD"));
 }
 
+// A drawing whose structure is damaged is read with repairs only when the user agrees; each repair
+// is printed, and the file stays as it was.
+TEST_F(DesktopShellTest, ADamagedDrawingOpensWithRepairsWhenTheUserAgrees) {
+    if (!haveEzdxf()) GTEST_SKIP() << "Debian's python3-ezdxf is not installed";
+    const std::string damaged = m_folder.path("stray.dxf");
+    const ProcessResult made = runPython(
+        kSourceDir / "tests" / "host" / "console" / "wild_drawing.py", {damaged, "stray-endsec"});
+    ASSERT_EQ(made.exitCode, 0) << made.err;
+    const std::string bytes = m_folder.read("stray.dxf");
+    // The reader names the record after the stray end of section.
+    const QString fault = QStringLiteral(
+                              "\n%1:%2: expected \"0 SECTION\" or \"0 EOF\", found \"0 INSERT\"\n"
+                              "Read it with repairs? [Yes/No] <Yes>: N\nCommand: ")
+                              .arg(path(damaged))
+                              .arg(std::stoi(made.out) + 2);
+
+    m_driver->type(path(damaged)).type(QStringLiteral("N"));
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("OPEN")));
+    EXPECT_EQ(shell().drawing().drawingName(), L"Drawing1.dxf");
+    EXPECT_TRUE(history().contains(fault)) << history().toStdString();
+
+    m_driver->type(path(damaged)).type(QString());
+    ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("OPEN")));
+    ASSERT_EQ(shell().drawing().drawingName(), L"stray.dxf");
+    EXPECT_EQ(shell().drawings().count(), 1u);
+    const auto& repairs = shell().drawing().document().repairs();
+    ASSERT_FALSE(repairs.empty());
+    for (const std::string& repair : repairs)
+        EXPECT_TRUE(history().contains(QStringLiteral("\n") + QString::fromStdString(repair)))
+            << repair;
+    EXPECT_EQ(m_folder.read("stray.dxf"), bytes);
+}
+
 TEST_F(DesktopShellTest, ANewDrawingIsSavedUnderANameAskedFor) {
     m_driver->type(QString::fromStdString(m_folder.path("first")));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVE")));
@@ -209,9 +242,9 @@ TEST_F(DesktopShellTest, SaveAsOverAFileThatIsNoDrawingAlertsAndWritesNothing) {
     shell().editor().setAlertBox([&alerts](const QString& message) { alerts << message; });
     m_driver->type(QString::fromStdString(m_folder.path("prices.prc"))).type(QStringLiteral("Y"));
     ASSERT_TRUE(runCommandLine(*m_window, QStringLiteral("SAVEAS")));
-    EXPECT_EQ(alerts, QStringList{QString::fromStdString(
-                          "File " + m_folder.path("prices.prc") +
-                          " is not a drawing: it is not written over")});
+    EXPECT_EQ(alerts,
+              QStringList{QString::fromStdString("File " + m_folder.path("prices.prc") +
+                                                 " is not a drawing: it is not written over")});
     EXPECT_EQ(m_folder.read("prices.prc"), "Door|450|Interior door\n");
     EXPECT_EQ(shell().drawing().drawingName(), L"Drawing1.dxf");
 }

@@ -1,6 +1,11 @@
 // Real events for the shell's tests.
 #include "tests/host/desktop/shell/ShellTestSupport.h"
 
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -10,6 +15,59 @@ namespace {
 constexpr int kIdleTimeoutMs = 20000;
 
 }  // namespace
+
+QString qpath(const std::filesystem::path& file) { return QString::fromStdString(file.string()); }
+
+DialogStep::DialogStep(const char* className, std::function<void(QWidget&)> action)
+    : m_className(className), m_action(std::move(action)) {
+    m_timer.setInterval(5);
+    QObject::connect(&m_timer, &QTimer::timeout, [this] { poll(); });
+    m_timer.start();
+}
+
+void DialogStep::poll() {
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (dialog == nullptr || !dialog->isVisible() || !dialog->inherits(m_className)) return;
+    m_timer.stop();
+    m_fired = true;
+    m_action(*dialog);
+}
+
+void enterFileName(QWidget& dialog, const std::filesystem::path& file) {
+    auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    ASSERT_NE(name, nullptr);
+    name->setFocus();
+    QApplication::clipboard()->setText(qpath(file));
+    QTest::keyClick(name, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(name, Qt::Key_V, Qt::ControlModifier);
+    // The dialog goes to the file's folder and keeps the name.
+    ASSERT_TRUE(qpath(file).endsWith(name->text())) << name->text().toStdString();
+    QTest::keyClick(name, Qt::Key_Return);
+}
+
+QPushButton* button(QWidget& dialog, const QString& text) {
+    for (QPushButton* candidate : dialog.findChildren<QPushButton*>()) {
+        if (candidate->text() == text) return candidate;
+    }
+    return nullptr;
+}
+
+void clickButton(QWidget& dialog, const QString& text) {
+    QPushButton* target = button(dialog, text);
+    ASSERT_NE(target, nullptr) << text.toStdString();
+    QTest::mouseClick(target, Qt::LeftButton);
+}
+
+void screenshot(MainWindow& window, const char* name, bool withPopups) {
+    const QString folder = qEnvironmentVariable("TARNWICK_SCREENSHOTS");
+    if (folder.isEmpty()) return;
+    QTest::qWait(200);
+    const QRect frame = window.frameGeometry();
+    const QPixmap pixels = withPopups ? window.screen()->grabWindow(0, frame.x(), frame.y(),
+                                                                    frame.width(), frame.height())
+                                      : window.grab();
+    pixels.save(folder + QLatin1Char('/') + QLatin1String(name));
+}
 
 QPoint widgetPoint(MainWindow& window, const AcGePoint3d& drawingPoint) {
     return window.view().toScreen({drawingPoint.x, drawingPoint.y}).toPoint();

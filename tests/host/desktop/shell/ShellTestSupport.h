@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QPointF>
 #include <QString>
+#include <QTimer>
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -20,6 +21,8 @@
 #include "host/desktop/shell/mainwindow.h"
 #include "host/desktop/shell/viewsurface.h"
 #include "host/desktop/view/drawingview.h"
+
+class QPushButton;
 
 inline const std::filesystem::path kSourceDir = TARNWICK_SOURCE_DIR;
 inline const std::filesystem::path kTestModules = TARNWICK_TEST_MODULES;
@@ -42,6 +45,34 @@ void clickAt(MainWindow& window, const AcGePoint3d& drawingPoint);
 QAction* menuItem(QMenu& menu, const QString& text);
 // Its items' texts, local names included.
 QStringList menuItemTexts(QMenu& menu);
+
+QString qpath(const std::filesystem::path& file);
+
+// Runs the action once on the next modal dialog of the type, as soon as it shows.
+class DialogStep final {
+public:
+    DialogStep(const char* className, std::function<void(QWidget&)> action);
+    bool fired() const { return m_fired; }
+
+private:
+    void poll();
+
+    const char* m_className;
+    std::function<void(QWidget&)> m_action;
+    QTimer m_timer;
+    bool m_fired = false;
+};
+
+// The file's path pasted into the host's file dialog, then Enter. (Typed a key at a time, the
+// dialog completes the name as soon as it is unique, and the rest of the keys would add to it.)
+void enterFileName(QWidget& dialog, const std::filesystem::path& file);
+// A push button of a dialog by its text, "&" included; null when there is none.
+QPushButton* button(QWidget& dialog, const QString& text);
+void clickButton(QWidget& dialog, const QString& text);
+
+// Screenshots for the README when TARNWICK_SCREENSHOTS names a folder: the window's own pixels, or
+// the screen where it lies, open menus and dialogs included.
+void screenshot(MainWindow& window, const char* name, bool withPopups = false);
 
 // Plays one step each time the editor starts to wait for the user.
 class PromptDriver final : public QObject {

@@ -41,6 +41,23 @@ TEST(TarnwickCad, AStartUpScriptRunsAndQuits) {
     EXPECT_EQ(check.out, "ok\n") << check.err;
 }
 
+// Each drawing named opens in a tab of its own, the last one active: saved as it came, each comes
+// out byte for byte, the second after CLOSE has taken the first away.
+TEST(TarnwickCad, EveryDrawingNamedOpensAndCloseMovesToTheNext) {
+    TempFolder folder;
+    const std::filesystem::path plan = kSourceDir / "examples" / "floorplan.dxf";
+    const std::filesystem::path layouts = kSourceDir / "tests" / "data" / "dxf" / "r12-layouts.dxf";
+    std::ofstream(folder.path("batch.scr")) << "FILEDIA\n0\nSAVEAS\n"
+                                            << folder.path("second.dxf") << "\nCLOSE\nSAVEAS\n"
+                                            << folder.path("first.dxf") << "\nQUIT\n";
+    setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    const ProcessResult result =
+        runProcess(TARNWICK_CAD, {plan.string(), layouts.string(), "-b", folder.path("batch.scr")});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(folder.read("second.dxf"), readBytes(layouts));
+    EXPECT_EQ(folder.read("first.dxf"), readBytes(plan));
+}
+
 TEST(TarnwickCad, UsageErrorsSayWhat) {
     const ProcessResult result = runProcess(TARNWICK_CAD, {"--frobnicate"});
     EXPECT_EQ(result.exitCode, 2);
@@ -49,7 +66,7 @@ TEST(TarnwickCad, UsageErrorsSayWhat) {
     const ProcessResult help = runProcess(TARNWICK_CAD, {"--help"});
     EXPECT_EQ(help.exitCode, 0);
     EXPECT_TRUE(
-        help.out.starts_with("Usage: tarnwick-cad [DRAWING.dxf] [-b SCRIPT.scr] [--commands]"));
+        help.out.starts_with("Usage: tarnwick-cad [DRAWING.dxf...] [-b SCRIPT.scr] [--commands]"));
 }
 
 }  // namespace
