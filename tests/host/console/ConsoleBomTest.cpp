@@ -1,16 +1,12 @@
 // `tarnwick bom` run as a user runs it: on the example, its output, the files it writes, and its errors.
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
+#include <algorithm>
 
-#include <filesystem>
-
-#include "tests/host/console/ConsoleFixture.h"
 #include "tests/host/TestName.h"
+#include "tests/host/console/ConsoleFixture.h"
 
 namespace {
-
-const std::string kChecker = std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/check_drawing.py";
 
 const char* const kExampleReport =
     "Block name Item Price   Quantity          Description      Total\n"
@@ -29,11 +25,6 @@ class ConsoleBomTest : public ConsoleTest {
 protected:
     ProcessResult bom(const std::vector<std::string>& more) const {
         return ConsoleTest::bom({"floorplan.dxf"}, more);
-    }
-    ProcessResult checkDrawing(const std::string& name, std::vector<std::string> expectation) {
-        std::vector<std::string> args{kChecker, m_folder.path(name)};
-        args.insert(args.end(), expectation.begin(), expectation.end());
-        return runProcess("/usr/bin/python3", args);
     }
 };
 

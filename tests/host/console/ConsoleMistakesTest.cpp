@@ -3,6 +3,7 @@
 // message says what went wrong and why.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 
@@ -136,7 +137,7 @@ TEST_F(ConsoleMistakesTest, OutputNamesAsLongAsAFolderAllowsAreWrittenWithNothin
         {"--report", "@" + longest + ".txt"},
         {"--table-at", "0,0", "-o", "@" + longest + ".dxf"},
     };
-    const auto before = files();
+    const auto before = m_folder.entries();
     for (const auto& options : outputs) {
         const ProcessResult result = bom({"floorplan.dxf"}, options);
         EXPECT_EQ(result.exitCode, 0) << result.err;
@@ -144,7 +145,7 @@ TEST_F(ConsoleMistakesTest, OutputNamesAsLongAsAFolderAllowsAreWrittenWithNothin
         auto expected = before;
         expected.push_back(name);
         std::sort(expected.begin(), expected.end());
-        EXPECT_EQ(files(), expected);
+        EXPECT_EQ(m_folder.entries(), expected);
         EXPECT_GT(std::filesystem::file_size(p(name)), 0U);
         std::filesystem::remove(p(name));
     }
