@@ -7,21 +7,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <fstream>
-#include <sstream>
-
 #include "tests/TempFolder.h"
 
 extern char** environ;
 
 namespace {
-
-std::string slurp(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream content;
-    content << in.rdbuf();
-    return content.str();
-}
 
 // Limits need a shell: `sh -c 'LIMITS && exec "$0" "$@"' PROGRAM ARGUMENTS...`.
 std::vector<std::string> commandLine(const std::string& program,
@@ -116,8 +106,8 @@ ProcessResult StartedProcess::wait() {
     m_pid = -1;
     if (WIFEXITED(status)) result.exitCode = WEXITSTATUS(status);
     if (WIFSIGNALED(status)) result.termSignal = WTERMSIG(status);
-    result.out = slurp(m_files->folder.path("out"));
-    result.err = slurp(m_files->folder.path("err"));
+    result.out = m_files->folder.read("out");
+    result.err = m_files->folder.read("err");
     return result;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 class TempFolder {
 public:
@@ -15,6 +16,8 @@ public:
 
     void write(const std::string& name, const std::string& bytes) const;
     std::string read(const std::string& name) const;
+    // The names in the folder, or in a folder inside it, sorted.
+    std::vector<std::string> entries(const std::string& folder = "") const;
 
 private:
     std::string m_path;

@@ -28,14 +28,6 @@ const char* const kDoorsReport =
     "     chair       0.00          2                            0.00\n"
     "  Summary:                                               8000.00\n";
 
-std::vector<std::string> FolderEntries(const std::string& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 QLabel* FileLabel(const CalcPriceDialog& dialog) {
     return qobject_cast<QLabel*>(GetDlgItem(dialog, IDC_REPORT_FILE_LABEL));
 }
@@ -131,7 +123,7 @@ TEST_F(CalcPriceDialogTest, AReportThatCannotBeWrittenOrWouldWriteOverAFileInUse
     m_editor.setVariable(L"DWGPREFIX", resbuf::stringValue(m_folder.wpath("")));
     m_editor.setVariable(L"DWGNAME", resbuf::stringValue(L"plan.dxf"));
     const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
-    const std::vector<std::string> before = FolderEntries(m_folder.path(""));
+    const std::vector<std::string> before = m_folder.entries();
     const std::pair<std::wstring, std::wstring> cases[] = {
         {m_folder.wpath("no such folder/report.txt"), L" could  not be opened"},
         {m_folder.wpath(""), L" could  not be opened"},
@@ -145,7 +137,7 @@ TEST_F(CalcPriceDialogTest, AReportThatCannotBeWrittenOrWouldWriteOverAFileInUse
         EXPECT_EQ(m_editor.callsOf(L"acedAlert"),
                   (std::vector<RecordedCall>{{L"acedAlert", {L"File " + target + alert}}}));
     }
-    EXPECT_EQ(FolderEntries(m_folder.path("")), before);
+    EXPECT_EQ(m_folder.entries(), before);
     EXPECT_EQ(m_folder.read("plan.dxf"), "  0\nEOF\n");
     EXPECT_EQ(m_folder.read("list.prc"), kDoorsList);
     EXPECT_TRUE(dialog->isVisible());

@@ -112,39 +112,31 @@ TEST_F(MyCug2Test, AnEmptyBillHasNoSummaryRowButEveryClickAppendsTheStoredOneUnt
     EXPECT_EQ(grid.ShownRows(), std::vector<BomRow>(2, summary));
 }
 
-TEST_F(MyCug2Test, HidingPricesAndShowingThemAgainRestoresTheWidths) {
+TEST_F(MyCug2Test, HiddenPricesHoldEveryWidthUntilShownAgain) {
     const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
     MyCug2& grid = dialog->Grid();
     DragDivider(grid, kPriceColumn, -30);
     DragDivider(grid, kTotalColumn, 25);
+    DragDivider(grid, kDescriptionColumn, 30);  // free while prices show
     const std::vector<int> before = Widths(grid);
     ASSERT_NE(before[kPriceColumn], before[kTotalColumn]);
+    EXPECT_EQ(before[kDescriptionColumn], 4 * (grid.contentsRect().width() / 20) + 30);
 
     ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
     EXPECT_EQ(showPricesFlag, 0);
-    EXPECT_EQ(Widths(grid), (std::vector<int>{before[0], 0, before[2], before[3], 0}));
-    DragDivider(grid, kQuantityColumn, 40);  // snaps back
+    const std::vector<int> hidden{before[0], 0, before[2], before[3], 0};
+    EXPECT_EQ(Widths(grid), hidden);
+    for (const int by : {20, -20}) {
+        DragDivider(grid, kQuantityColumn, by);  // snaps back
+        EXPECT_EQ(Widths(grid), hidden) << by;
+    }
+    // At the name column's edge the hidden price column is the one grabbed; it stays shut.
+    DragDivider(grid, kNameColumn, 35);
+    EXPECT_EQ(Widths(grid), hidden);
 
     ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
     EXPECT_EQ(showPricesFlag, 1);
     EXPECT_EQ(Widths(grid), before);
-}
-
-TEST_F(MyCug2Test, SizingAColumnWhilePricesAreHiddenSnapsBack) {
-    const auto dialog = OpenDialog(kDoorsList, DoorsDrawing());
-    MyCug2& grid = dialog->Grid();
-    DragDivider(grid, kDescriptionColumn, 30);  // free while prices show
-    const std::vector<int> shown = Widths(grid);
-    EXPECT_EQ(shown[kDescriptionColumn], 4 * (grid.contentsRect().width() / 20) + 30);
-
-    ASSERT_TRUE(ClickDlgItem(*dialog, IDC_REPORT_SHOW_PRICE));
-    const std::vector<int> hidden = Widths(grid);
-    DragDivider(grid, kQuantityColumn, 20);
-    DragDivider(grid, kQuantityColumn, -20);
-    EXPECT_EQ(Widths(grid), hidden);
-    // At the name column's edge the hidden price column is the one grabbed; it stays shut.
-    DragDivider(grid, kNameColumn, 35);
-    EXPECT_EQ(Widths(grid), hidden);
 }
 
 TEST_F(MyCug2Test, EscapeInTheGridSavesAndCloses) {

@@ -2,18 +2,17 @@
 // behind, names as long as the file system allows, and names removed when a signal ends the process.
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "files/atomicfile.h"
 #include "files/interruptcleanup.h"
+#include "tests/FullDisk.h"
 #include "tests/TempFolder.h"
 
 namespace {
@@ -22,14 +21,6 @@ mode_t modeOf(const std::string& path) {
     struct stat info {};
     ::stat(path.c_str(), &info);
     return info.st_mode & 07777;
-}
-
-std::vector<std::string> filesIn(const TempFolder& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path("")))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
 }
 
 TEST(AtomicFile, ReplacesTheFileOrTheOneALinkLeadsToAndKeepsItsPermissions) {
@@ -49,7 +40,7 @@ TEST(AtomicFile, ReplacesTheFileOrTheOneALinkLeadsToAndKeepsItsPermissions) {
     ::umask(mask);
     ASSERT_TRUE(replaceFile(folder.path("copy.dxf"), "copy").isOk());
     EXPECT_EQ(modeOf(folder.path("copy.dxf")), 0666u & ~mask);
-    EXPECT_EQ(filesIn(folder), (std::vector<std::string>{"copy.dxf", "link.dxf", "plan.dxf"}));
+    EXPECT_EQ(folder.entries(), (std::vector<std::string>{"copy.dxf", "link.dxf", "plan.dxf"}));
 }
 
 TEST(AtomicFile, APieceByPieceContentAndAFileNameOfTheLongestLength) {
@@ -65,7 +56,7 @@ TEST(AtomicFile, APieceByPieceContentAndAFileNameOfTheLongestLength) {
     });
     ASSERT_TRUE(status.isOk()) << status.errorString();
     EXPECT_EQ(folder.read(name), expected);
-    EXPECT_EQ(filesIn(folder), std::vector<std::string>{name});
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{name});
 }
 
 TEST(AtomicFile, AFailureNamesTheFileAndLeavesTheFolderAsItWas) {
@@ -89,16 +80,11 @@ TEST(AtomicFile, AFailureNamesTheFileAndLeavesTheFolderAsItWas) {
         EXPECT_EQ(status.errorString(), c.message);
     }
 
-    // A write that fails half way (the file size limit stands in for a full disk).
-    ::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    rlimit small = before;
-    small.rlim_cur = 4096;
-    ::setrlimit(RLIMIT_FSIZE, &small);
-    const FileStatus tooLarge = replaceFile(folder.path("keep.txt"), std::string(3 << 20, 'x'));
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    ::signal(SIGXFSZ, SIG_DFL);
+    // A write that fails half way.
+    const FileStatus tooLarge = [&] {
+        const FullDisk full(4096);
+        return replaceFile(folder.path("keep.txt"), std::string(3 << 20, 'x'));
+    }();
     EXPECT_EQ(tooLarge.errorString(), folder.path("keep.txt") + ": cannot write: file too large");
     EXPECT_EQ(tooLarge.systemError(), EFBIG);
 
@@ -108,7 +94,7 @@ TEST(AtomicFile, AFailureNamesTheFileAndLeavesTheFolderAsItWas) {
         ASSERT_TRUE(abandoned.write("never committed").isOk());
     }
     EXPECT_EQ(folder.read("keep.txt"), "original");
-    EXPECT_EQ(filesIn(folder), (std::vector<std::string>{"dangling.txt", "dir", "keep.txt"}));
+    EXPECT_EQ(folder.entries(), (std::vector<std::string>{"dangling.txt", "dir", "keep.txt"}));
 }
 
 TEST(AtomicFile, ADeviceTakesTheBytesDirectly) {
@@ -132,7 +118,7 @@ TEST(AtomicFile, AnotherLibraryMayWriteTheNewFileByName) {
     EXPECT_EQ(folder.read("book.xlsx"), "old");
     ASSERT_TRUE(file.commit().isOk());
     EXPECT_EQ(folder.read("book.xlsx"), "written by name");
-    EXPECT_EQ(filesIn(folder), std::vector<std::string>{"book.xlsx"});
+    EXPECT_EQ(folder.entries(), std::vector<std::string>{"book.xlsx"});
 }
 
 TEST(InterruptCleanup, ASignalThatEndsTheProcessRemovesTheNamesFirst) {
@@ -149,7 +135,7 @@ TEST(InterruptCleanup, ASignalThatEndsTheProcessRemovesTheNamesFirst) {
         int status = 0;
         ASSERT_EQ(::waitpid(child, &status, 0), child);
         EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << status;
-        EXPECT_TRUE(filesIn(folder).empty()) << signal;
+        EXPECT_TRUE(folder.entries().empty()) << signal;
     }
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "frame/BlockPriceCmd.h"
@@ -37,20 +38,13 @@ protected:
 TEST_F(EntryPointTest, InitRegistersTheCommandsInTableOrderAndUnlocksTheApplication) {
     ASSERT_TRUE(Linker().isApplicationLocked(&m_appId));
     EXPECT_EQ(acrxEntryPoint(AcRx::kInitAppMsg, &m_appId), AcRx::kRetOK);
-    const auto commands = GroupCommands();
-    ASSERT_EQ(commands.size(), 3u);
-    EXPECT_EQ(commands[0].globalName, L"BlockPrice_Global");
-    EXPECT_EQ(commands[0].localName, L"RZBOMT");
-    EXPECT_EQ(commands[0].flags, 0);
-    EXPECT_EQ(commands[0].function, &BlockPriceCmd);
-    EXPECT_EQ(commands[1].globalName, L"CalcPrice_Global");
-    EXPECT_EQ(commands[1].localName, L"RZBOMC");
-    EXPECT_EQ(commands[1].flags, 1);
-    EXPECT_EQ(commands[1].function, &CalcPriceCmd);
-    EXPECT_EQ(commands[2].globalName, L"RefreshTables_Global");
-    EXPECT_EQ(commands[2].localName, L"RZBOMU");
-    EXPECT_EQ(commands[2].flags, 0);
-    EXPECT_EQ(commands[2].function, &RefreshTablesCmd);
+    using Row = std::tuple<std::wstring, std::wstring, int, AcRxFunctionPtr>;
+    std::vector<Row> rows;
+    for (const auto& c : GroupCommands())
+        rows.emplace_back(c.globalName, c.localName, c.flags, c.function);
+    EXPECT_EQ(rows, (std::vector<Row>{{L"BlockPrice_Global", L"RZBOMT", 0, &BlockPriceCmd},
+                                      {L"CalcPrice_Global", L"RZBOMC", 1, &CalcPriceCmd},
+                                      {L"RefreshTables_Global", L"RZBOMU", 0, &RefreshTablesCmd}}));
     EXPECT_EQ(Stack().lookup(L"RZBOMC")->function, &CalcPriceCmd);
     EXPECT_FALSE(Linker().isApplicationLocked(&m_appId));
     EXPECT_TRUE(Linker().isAppMDIAware(&m_appId));

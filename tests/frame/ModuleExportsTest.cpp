@@ -35,17 +35,6 @@ std::size_t GroupSize() {
     }));
 }
 
-TEST(ModuleExports, TarnwickArxExportsItsEntryPointAndApiVersion) {
-    const auto module = OpenModule();
-    ASSERT_NE(module, nullptr) << dlerror();
-    auto entry = reinterpret_cast<EntryPoint>(dlsym(module.get(), "acrxEntryPoint"));
-    auto version = reinterpret_cast<ApiVersion>(dlsym(module.get(), "acrxGetApiVersion"));
-    ASSERT_NE(entry, nullptr);
-    ASSERT_NE(version, nullptr);
-    EXPECT_EQ(version(), 0x00160000u);
-    EXPECT_EQ(entry(AcRx::kNullMsg, nullptr), AcRx::kRetOK);
-}
-
 // The per-document data and the notice of out-of-date tables.
 TEST(ModuleExports, TheModulesReactorsAreRegisteredWhileItIsLoaded) {
     const std::size_t before = acDocManagerPtr()->reactors().size();
@@ -57,11 +46,15 @@ TEST(ModuleExports, TheModulesReactorsAreRegisteredWhileItIsLoaded) {
     EXPECT_EQ(acDocManagerPtr()->reactors().size(), before);
 }
 
-TEST(ModuleExports, TheModuleRegistersItsCommandsAndUnlocksItselfThroughTheSharedHost) {
+TEST(ModuleExports, ExportsItsEntryPointAndApiVersionAndRegistersItsCommandsThroughTheSharedHost) {
     const auto module = OpenModule();
     ASSERT_NE(module, nullptr) << dlerror();
     auto entry = reinterpret_cast<EntryPoint>(dlsym(module.get(), "acrxEntryPoint"));
+    auto version = reinterpret_cast<ApiVersion>(dlsym(module.get(), "acrxGetApiVersion"));
     ASSERT_NE(entry, nullptr);
+    ASSERT_NE(version, nullptr);
+    EXPECT_EQ(version(), 0x00160000u);
+    EXPECT_EQ(entry(AcRx::kNullMsg, nullptr), AcRx::kRetOK);
     int appId = 0;
     auto* linker = AcRxCast<AcRxDynamicLinker>(acrxSysRegistry()->at(ACRX_DYNAMIC_LINKER));
 

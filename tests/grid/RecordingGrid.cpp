@@ -6,7 +6,9 @@
 
 namespace {
 
-std::string Text(const wchar_t* text) { return QString::fromWCharArray(text ? text : L"").toStdString(); }
+std::string Text(const wchar_t* text) {
+    return QString::fromWCharArray(text ? text : L"").toStdString();
+}
 
 }  // namespace
 
@@ -30,85 +32,19 @@ bool RecordingGrid::Logged(const std::string& entry) const {
     return std::find(log.begin(), log.end(), entry) != log.end();
 }
 
-int RecordingGrid::OnCanMoveCell(int oldcol, long oldrow, int newcol, long newrow) {
-    log.push_back("CanMoveCell " + std::to_string(oldcol) + " " + std::to_string(oldrow) + " " +
-                  std::to_string(newcol) + " " + std::to_string(newrow));
-    return allowMove;
-}
-
-int RecordingGrid::OnCanScrollView(int oldcol, int newcol, long oldrow, long newrow) {
-    log.push_back("CanScrollView " + std::to_string(oldcol) + " " + std::to_string(newcol) + " " +
-                  std::to_string(oldrow) + " " + std::to_string(newrow));
-    return allowScroll;
-}
-
-void RecordingGrid::OnHitBottom(long numRows, long rowsPastEnd, long rowsFound) {
-    log.push_back("HitBottom " + std::to_string(numRows) + " " + std::to_string(rowsPastEnd) + " " +
-                  std::to_string(rowsFound));
-}
-
 void RecordingGrid::OnColSizing(int col, int* width) {
     if (fixedWidth >= 0) *width = fixedWidth;
-    log.push_back("ColSizing " + std::to_string(col));
-}
-
-void RecordingGrid::OnColSized(int col, int* width) {
-    log.push_back("ColSized " + std::to_string(col) + " " + std::to_string(*width));
-}
-
-void RecordingGrid::OnColChange(int oldcol, int newcol) {
-    log.push_back("ColChange " + std::to_string(oldcol) + " " + std::to_string(newcol));
-}
-
-void RecordingGrid::OnRowChange(long oldrow, long newrow) {
-    log.push_back("RowChange " + std::to_string(oldrow) + " " + std::to_string(newrow));
-}
-
-void RecordingGrid::OnCellChange(int oldcol, int newcol, long oldrow, long newrow) {
-    log.push_back("CellChange " + std::to_string(oldcol) + " " + std::to_string(newcol) + " " +
-                  std::to_string(oldrow) + " " + std::to_string(newrow));
-}
-
-void RecordingGrid::OnTopRowChange(long oldrow, long newrow) {
-    log.push_back("TopRowChange " + std::to_string(oldrow) + " " + std::to_string(newrow));
-}
-
-void RecordingGrid::OnCellLeftClick(int col, long row, int updn, const QRect&, const QPoint&,
-                                    int processed) {
-    log.push_back("CellLeftClick " + std::to_string(col) + " " + std::to_string(row) + " " +
-                  std::to_string(updn) + " " + std::to_string(processed));
-}
-
-void RecordingGrid::OnTopHdgLeftClick(int col, long row, int updn, const QRect&, const QPoint&, int) {
-    log.push_back("TopHdgLeftClick " + std::to_string(col) + " " + std::to_string(row) + " " +
-                  std::to_string(updn));
+    Log("ColSizing", col);
 }
 
 void RecordingGrid::OnSetCell(int col, long row, CUGCell* cell) {
-    log.push_back("SetCell " + std::to_string(col) + " " + std::to_string(row) + " " + Text(cell->GetText()));
+    Log("SetCell", col, row, Text(cell->GetText()));
 }
 
-int RecordingGrid::OnCellTypeNotify(long id, int col, long row, long msg, long param) {
-    log.push_back("CellTypeNotify " + std::to_string(id) + " " + std::to_string(col) + " " +
-                  std::to_string(row) + " " + std::to_string(msg) + " " + std::to_string(param));
-    return allowTypeNotify;
-}
-
-int RecordingGrid::OnEditFinish(int col, long row, CUGEdit*, const wchar_t* string, int cancelFlag) {
-    log.push_back("EditFinish " + std::to_string(col) + " " + std::to_string(row) + " " + Text(string) +
-                  " " + std::to_string(cancelFlag));
+int RecordingGrid::OnEditFinish(int col, long row, CUGEdit*, const wchar_t* string,
+                                int cancelFlag) {
+    Log("EditFinish", col, row, Text(string), cancelFlag);
     return allowEditFinish;
-}
-
-int RecordingGrid::OnEditContinue(int oldcol, long oldrow, int* newcol, long* newrow) {
-    log.push_back("EditContinue " + std::to_string(oldcol) + " " + std::to_string(oldrow) + " " +
-                  std::to_string(*newcol) + " " + std::to_string(*newrow));
-    return 1;
-}
-
-void RecordingGrid::OnMenuCommand(int col, long row, int section, int item) {
-    log.push_back("MenuCommand " + std::to_string(col) + " " + std::to_string(row) + " " +
-                  std::to_string(section) + " " + std::to_string(item));
 }
 
 int RecordingGrid::OnSortCompare(const CUGCell* cell1, const CUGCell* cell2, int flags) {

@@ -1,38 +1,13 @@
 // Bad input in the price-list dialog: a target that cannot be written, lists with invalid lines,
 // 8-bit lists, and changes that must not be lost without a word.
-#include <sys/resource.h>
-
 #include <QLabel>
-#include <csignal>
 #include <string>
 
 #include "resources/BomTemplate.h"
+#include "tests/FullDisk.h"
 #include "tests/pricelist/PriceDialogFixture.h"
 
 namespace {
-
-// While it lives, no file of this process may grow past a few bytes: a full disk, for every user
-// including root, whom file permissions do not stop.
-class FullDisk {
-public:
-    FullDisk() {
-        getrlimit(RLIMIT_FSIZE, &m_saved);
-        m_handler = std::signal(SIGXFSZ, SIG_IGN);
-        rlimit tiny = m_saved;
-        tiny.rlim_cur = 8;
-        setrlimit(RLIMIT_FSIZE, &tiny);
-    }
-    ~FullDisk() {
-        setrlimit(RLIMIT_FSIZE, &m_saved);
-        std::signal(SIGXFSZ, m_handler);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_saved{};
-    void (*m_handler)(int) = nullptr;
-};
 
 constexpr const char* kList = "Door|450|Interior door 90 cm\nWindow|620|Double-glazed window\n";
 

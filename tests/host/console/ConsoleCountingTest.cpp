@@ -43,13 +43,14 @@ std::string jsonRows(const std::string& json) {
 
 class ConsoleCounting : public ::testing::Test {
 protected:
-    ProcessResult bom(const FixtureDrawing& drawing, const std::string& prices,
-                      std::vector<std::string> extra) {
+    // `tarnwick COMMAND` on the drawing with the list, and the other arguments.
+    ProcessResult run(const char* command, const FixtureDrawing& drawing, const std::string& prices,
+                      const std::vector<std::string>& more = {}) {
         m_folder.write("plan.dxf", fixtureBytes(drawing));
         m_folder.write("list.prc", prices);
-        std::vector<std::string> args{"bom", m_folder.path("plan.dxf"), "--prices",
+        std::vector<std::string> args{command, m_folder.path("plan.dxf"), "--prices",
                                       m_folder.path("list.prc")};
-        args.insert(args.end(), extra.begin(), extra.end());
+        args.insert(args.end(), more.begin(), more.end());
         return runProcess(kTarnwick, args);
     }
 
@@ -70,7 +71,7 @@ FixtureDrawing office() {
 }
 
 TEST_F(ConsoleCounting, DynamicBlocksCountUnderTheirOwnNameAndSaySoInJson) {
-    const ProcessResult result = bom(office(), "CHAIR|25.5|swivel\n", {"--json"});
+    const ProcessResult result = run("bom", office(), "CHAIR|25.5|swivel\n", {"--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(jsonRows(result.out),
               "\"chair\" 3 76.50 < [\"*U1\",\"*U2\"]\n"
@@ -83,7 +84,8 @@ TEST_F(ConsoleCounting, DynamicBlocksCountUnderTheirOwnNameAndSaySoInJson) {
 }
 
 TEST_F(ConsoleCounting, RecordNamesCountAsTheModuleCounts) {
-    const ProcessResult result = bom(office(), "CHAIR|25.5|swivel\n", {"--json", "--record-names"});
+    const ProcessResult result =
+        run("bom", office(), "CHAIR|25.5|swivel\n", {"--json", "--record-names"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(jsonRows(result.out),
               "\"chair\" 1 25.50\n"
@@ -100,32 +102,20 @@ TEST_F(ConsoleCounting, NestedReferencesMultiplyAlongTheNesting) {
     drawing.blocks = {{"Chair", {}, ""}, {"Desk", {{"Chair", 0, 0}, {"Chair", 1, 0}}, ""}};
     drawing.references = {{"Desk", 0, 0}, {"Desk", 5, 0}, {"Desk", 10, 0}};
     const std::string prices = "Desk|100|\nChair|25|\n";
-    ProcessResult result = bom(drawing, prices, {"--nested"});
+    ProcessResult result = run("bom", drawing, prices, {"--nested"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out,
               "Block name Item Price   Quantity          Description      Total\n"
               "      desk     100.00          3                          300.00\n"
               "     chair      25.00          6                          150.00\n"
               "  Summary:                                                450.00\n");
-    result = bom(drawing, prices, {});
+    result = run("bom", drawing, prices);
     EXPECT_NE(result.out.find("     chair      25.00          0"), std::string::npos) << result.out;
 }
 
-TEST_F(ConsoleCounting, ACycleOfBlocksIsFollowedOnceAndNamed) {
-    FixtureDrawing drawing;
-    drawing.version = FixtureVersion::R12;
-    drawing.blocks = {{"A", {{"B", 0, 0}}, ""}, {"B", {{"A", 0, 0}}, ""}};
-    drawing.references = {{"A", 0, 0}};
-    const ProcessResult result = bom(drawing, "A|1|\nB|2|\n", {"--nested"});
-    ASSERT_EQ(result.exitCode, 0) << result.err;
-    EXPECT_EQ(result.err, m_folder.path("plan.dxf") +
-                              ": blocks nest in a cycle (A > B > A); it is followed once\n");
-    EXPECT_EQ(result.out.substr(result.out.find("Summary:")),
-              "Summary:                                                  4.00\n");
-}
-
 // Blocks nested 100,000 deep, the deepest holding the one above it again: counted without a stack
-// as deep as the nesting, under the default stack and under one of 1 MiB.
+// as deep as the nesting, under the default stack and under one of 1 MiB; the cycle is followed
+// once and named.
 TEST_F(ConsoleCounting, AHundredThousandLevelsAreCountedUnderASmallStack) {
     constexpr int kDepth = 100'000;
     FixtureDrawing drawing;
@@ -166,17 +156,11 @@ TEST_F(ConsoleCounting, AHundredThousandLevelsAreCountedUnderASmallStack) {
     }
 }
 
-class ConsoleEncodedNames : public ::testing::TestWithParam<EncodedNameDrawing> {
-protected:
-    TempFolder m_folder;
-};
+class ConsoleEncodedNames : public ConsoleCounting,
+                            public ::testing::WithParamInterface<EncodedNameDrawing> {};
 
 TEST_P(ConsoleEncodedNames, CountAsTheListSpellsThemInAnotherCase) {
-    m_folder.write("plan.dxf", fixtureBytes(GetParam().drawing));
-    m_folder.write("list.prc", kEncodedNamePrices);
-    const ProcessResult result = runProcess(
-        kTarnwick,
-        {"bom", m_folder.path("plan.dxf"), "--prices", m_folder.path("list.prc"), "--json"});
+    const ProcessResult result = run("bom", GetParam().drawing, kEncodedNamePrices, {"--json"});
     ASSERT_EQ(result.exitCode, 0) << result.err;
     std::string expected;
     for (const auto& [name, quantity, total] : GetParam().rows)
@@ -187,13 +171,9 @@ TEST_P(ConsoleEncodedNames, CountAsTheListSpellsThemInAnotherCase) {
 INSTANTIATE_TEST_SUITE_P(CodePages, ConsoleEncodedNames, ::testing::ValuesIn(encodedNameDrawings()),
                          [](const auto& info) { return testName(info.param.file); });
 
-TEST(ConsoleEncodedNamesBlocks, ListsNamesInTheirOrderWithCountsUnderAnyCase) {
-    TempFolder folder;
-    const EncodedNameDrawing latin = encodedNameDrawings()[1];
-    folder.write("plan.dxf", fixtureBytes(latin.drawing));
-    folder.write("list.prc", "\xc3\xa4rmel|3.10|sleeve\n");
-    const ProcessResult result = runProcess(
-        kTarnwick, {"blocks", folder.path("plan.dxf"), "--prices", folder.path("list.prc")});
+TEST_F(ConsoleCounting, BlocksListsEncodedNamesInTheirOrderWithCountsUnderAnyCase) {
+    const ProcessResult result =
+        run("blocks", encodedNameDrawings()[1].drawing, "\xc3\xa4rmel|3.10|sleeve\n");
     ASSERT_EQ(result.exitCode, 0) << result.err;
     EXPECT_EQ(result.out,
               "\xc3\x84RMEL            3\n"

@@ -2,6 +2,7 @@
 // run: a column a drawing, the total, and nothing written when a drawing cannot be read.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "tests/host/console/ConsoleFixture.h"
@@ -76,14 +77,14 @@ TEST_F(ConsoleExportTest, SeveralDrawingsGetAColumnEachAndTheTotal) {
 }
 
 TEST_F(ConsoleExportTest, ADrawingThatFailsInABatchIsNamedAndNothingIsWritten) {
-    const auto before = files();
+    const auto before = m_folder.entries();
     const ProcessResult result = bom({"floorplan.dxf", "broken.dxf", "annex.dxf"},
                                      {"--csv", "@bom.csv", "--xlsx", "@bom.xlsx", "--report", "@bom.txt"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_TRUE(result.err.starts_with(m_folder.path("broken.dxf") + ":8: ")) << result.err;
     EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(files(), before);
+    EXPECT_EQ(m_folder.entries(), before);
 }
 
 struct UsageCase {

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -40,12 +39,13 @@ protected:
         arguments.insert(arguments.end(), more.begin(), more.end());
         return tarnwick(arguments);
     }
-    std::vector<std::string> files() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(m_folder.path("")))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
+    // check_drawing.py (ezdxf) on a drawing of the folder: its output is "ok" when the drawing
+    // passes the audit and holds these table blocks, "--", and these references "NAME X Y SCALE".
+    ProcessResult checkDrawing(const std::string& name, std::vector<std::string> expected) const {
+        expected.insert(expected.begin(),
+                        {std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/check_drawing.py",
+                         m_folder.path(name)});
+        return runProcess("/usr/bin/python3", expected);
     }
     // Each entry of the folder with what it holds: a link's target, a small file's bytes, a large
     // file's size and time of change (reading it whole would cost more than the program under

@@ -14,9 +14,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-const std::string kChecker =
-    std::string(TARNWICK_SOURCE_DIR) + "/tests/host/console/check_drawing.py";
-
 class ConsoleInterruptedSaveTest : public ConsoleTest {
 protected:
     void SetUp() override {
@@ -30,12 +27,6 @@ protected:
                 "--table-at", "0,0",
                 "-o",         target};
     }
-    std::vector<std::string> targetFolder() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(m_folder.path("target")))
-            names.push_back(entry.path().filename().string());
-        return names;
-    }
 };
 
 TEST_F(ConsoleInterruptedSaveTest, LeavesTheOldTargetOrTheNewOneAndNothingElse) {
@@ -46,9 +37,7 @@ TEST_F(ConsoleInterruptedSaveTest, LeavesTheOldTargetOrTheNewOneAndNothingElse) 
     const auto duration = Clock::now() - started;
     ASSERT_EQ(whole.exitCode, 0) << whole.err;
     const std::string newBytes = m_folder.read("new.dxf");
-    const ProcessResult read =
-        runProcess("/usr/bin/python3",
-                   {kChecker, m_folder.path("new.dxf"), "QTB0001", "--", "QTB0001", "0", "0", "1"});
+    const ProcessResult read = checkDrawing("new.dxf", {"QTB0001", "--", "QTB0001", "0", "0", "1"});
     EXPECT_EQ(read.out, "ok\n") << read.err;
 
     const std::string oldBytes = m_folder.read("floorplan.dxf");
@@ -64,7 +53,7 @@ TEST_F(ConsoleInterruptedSaveTest, LeavesTheOldTargetOrTheNewOneAndNothingElse) 
             const ProcessResult result = save.wait();
             SCOPED_TRACE("signal " + std::to_string(signal) + " at moment " +
                          std::to_string(moment) + ", exit " + std::to_string(result.exitCode));
-            EXPECT_EQ(targetFolder(), std::vector<std::string>{"plan.dxf"});
+            EXPECT_EQ(m_folder.entries("target"), std::vector<std::string>{"plan.dxf"});
             const std::string found = m_folder.read("target/plan.dxf");
             EXPECT_TRUE(found == oldBytes || found == newBytes) << found.size() << " bytes";
             (found == newBytes ? endedNew : endedOld) += 1;

@@ -157,8 +157,7 @@ TEST_P(ConsoleDamagedDrawings, AreRefusedWithAHintOrReadWholeAndSavedMended) {
     EXPECT_EQ(m_folder.read("damaged.dxf"), before);
     // The saved drawing holds the mended structure: ezdxf reads it without a fault.
     const ProcessResult audit =
-        runProcess("/usr/bin/python3", {kScripts + "check_drawing.py", at("@damaged-bom.dxf"),
-                                        "QTB0001", "--", "QTB0001", "0", "-5", "1"});
+        checkDrawing("damaged-bom.dxf", {"QTB0001", "--", "QTB0001", "0", "-5", "1"});
     EXPECT_EQ(audit.out, "ok\n") << audit.err;
     EXPECT_EQ(tarnwick({"info", "@damaged-bom.dxf"}).exitCode, 0);
 }

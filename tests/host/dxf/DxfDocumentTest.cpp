@@ -26,10 +26,6 @@ std::string dxf(std::string_view tags, const char* eol = "\n") {
     return out;
 }
 
-std::unique_ptr<DxfDocument> openFixture(const char* name) {
-    return openDrawing(name, readBytes(kDxfData / name));
-}
-
 // The R12 fixture with handles switched on.
 std::string r12WithHandles() {
     std::string bytes = readBytes(kDxfData / "r12-layouts.dxf");

@@ -3,14 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "host/dxf/dxfviews.h"
-#include "tests/host/dxf/DxfTestSupport.h"
 #include "tests/host/dxf/OpenDrawing.h"
 
 namespace {
-
-std::unique_ptr<DxfDocument> openFixture(const char* name) {
-    return openDrawing(name, readBytes(kDxfData / name));
-}
 
 // The entity type (code 0) of each id, and its name (code 2) when it has one.
 std::vector<std::string> describe(const DxfDocument& document,

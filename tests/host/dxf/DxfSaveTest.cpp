@@ -11,14 +11,6 @@ namespace {
 const std::filesystem::path kFixture =
     std::filesystem::path(TARNWICK_TEST_DATA) / "dxf" / "r12-layouts.dxf";
 
-std::vector<std::string> filesIn(const TempFolder& folder) {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(folder.path("")))
-        names.push_back(entry.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 class DxfSave : public ::testing::Test {
 protected:
     std::unique_ptr<DxfDocument> openCopy(const std::string& name) {
@@ -48,7 +40,7 @@ TEST_F(DxfSave, SavingWritesTheDocumentAndTakesItsNewNameOnlyWhenItSucceeds) {
     ASSERT_TRUE(document->saveAs(m_folder.path("copy.dxf")).isOk());
     EXPECT_EQ(document->path(), m_folder.path("copy.dxf"));
     EXPECT_EQ(m_folder.read("copy.dxf"), m_folder.read("plan.dxf"));
-    EXPECT_EQ(filesIn(m_folder), (std::vector<std::string>{"copy.dxf", "plan.dxf"}));
+    EXPECT_EQ(m_folder.entries(), (std::vector<std::string>{"copy.dxf", "plan.dxf"}));
 }
 
 TEST_F(DxfSave, ReadingNamesTheFileAndWhatWentWrong) {
