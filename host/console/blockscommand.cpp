@@ -48,8 +48,7 @@ int runBlocksCommand(const std::vector<std::string>& arguments) {
         if (const auto status = useListEncoding(args.value("--list-encoding"), *prices))
             return *status;
     }
-    auto session = DrawingSession::open(
-        args.positional.front(), args.has("--recover") ? DxfReading::Recover : DxfReading::Strict);
+    auto session = DrawingSession::open(args.positional.front(), readingAsked(args));
     if (!session) return kExitFailure;
 
     BlockNamesCont names;

@@ -32,26 +32,17 @@
 
 namespace {
 
-const std::vector<OptionSpec> kOptions{{"--prices", OptionSpec::Value::Required},
-                                       {"--list-encoding", OptionSpec::Value::Required},
-                                       {"--report", OptionSpec::Value::Optional},
-                                       {"--table-at", OptionSpec::Value::Required},
-                                       {"--scale", OptionSpec::Value::Required},
-                                       {"--table-text", OptionSpec::Value::None},
-                                       {"--hide-prices", OptionSpec::Value::None},
-                                       {"--only-priced", OptionSpec::Value::None},
-                                       {"--window", OptionSpec::Value::Required},
-                                       {"--layer", OptionSpec::Value::Required, true},
-                                       {"-o", OptionSpec::Value::Required},
-                                       {"--json", OptionSpec::Value::None},
-                                       {"--csv", OptionSpec::Value::Required},
-                                       {"--xlsx", OptionSpec::Value::Required},
-                                       {"--nested", OptionSpec::Value::None},
-                                       {"--record-names", OptionSpec::Value::None},
-                                       {"--jobs", OptionSpec::Value::Required},
-                                       {"--recover", OptionSpec::Value::None},
-                                       {"--arrays-as-one", OptionSpec::Value::None},
-                                       {"--layouts", OptionSpec::Value::None}};
+const std::vector<OptionSpec> kOptions{
+    {"--prices", OptionSpec::Value::Required},    {"--list-encoding", OptionSpec::Value::Required},
+    {"--report", OptionSpec::Value::Optional},    {"--table-at", OptionSpec::Value::Required},
+    {"--scale", OptionSpec::Value::Required},     {"--table-text", OptionSpec::Value::None},
+    {"--hide-prices", OptionSpec::Value::None},   {"--only-priced", OptionSpec::Value::None},
+    {"--window", OptionSpec::Value::Required},    {"--layer", OptionSpec::Value::Required, true},
+    {"-o", OptionSpec::Value::Required},          {"--json", OptionSpec::Value::None},
+    {"--csv", OptionSpec::Value::Required},       {"--xlsx", OptionSpec::Value::Required},
+    {"--nested", OptionSpec::Value::None},        {"--record-names", OptionSpec::Value::None},
+    {"--jobs", OptionSpec::Value::Required},      {"--recover", OptionSpec::Value::None},
+    {"--arrays-as-one", OptionSpec::Value::None}, {"--layouts", OptionSpec::Value::None}};
 
 struct BomRequest {
     std::vector<std::string> drawings;
@@ -109,7 +100,7 @@ std::optional<std::string> readCountOptions(const ParsedArguments& args, BomRequ
     request.tally.recordNames = args.has("--record-names");
     request.tally.arraysAsOne = args.has("--arrays-as-one");
     request.jobs = defaultJobs();
-    if (args.has("--recover")) request.reading = DxfReading::Recover;
+    request.reading = readingAsked(args);
     request.layouts = args.has("--layouts");
     if (const auto jobs = args.value("--jobs")) {
         const auto n = parseNumbers(*jobs, 1);

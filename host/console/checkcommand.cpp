@@ -445,8 +445,7 @@ int runCheckCommand(const std::vector<std::string>& arguments) {
         if (!list) return status;
     }
 
-    auto session = DrawingSession::open(
-        drawing, args.has("--recover") ? DxfReading::Recover : DxfReading::Strict);
+    auto session = DrawingSession::open(drawing, readingAsked(args));
     if (!session) return kExitFailure;
     Checker checker(drawing, prices.value_or(""));
     if (list && !checkList(args, drawing, *list, session->document(), checker)) return kExitFailure;

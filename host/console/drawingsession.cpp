@@ -16,6 +16,10 @@ DxfResult<std::unique_ptr<DxfDocument>> readDrawing(const std::string& path,
     return document;
 }
 
+DxfReading readingAsked(const ParsedArguments& arguments) {
+    return arguments.has("--recover") ? DxfReading::Recover : DxfReading::Strict;
+}
+
 void tellRepairs(const DxfDocument& document) {
     for (const std::string& repair : document.repairs())
         std::fprintf(stderr, "%s\n", repair.c_str());

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "host/console/commandline.h"
 #include "host/console/consoleeditor.h"
 #include "host/dxf/dxfdocument.h"
 
@@ -14,6 +15,8 @@
 DxfResult<std::unique_ptr<DxfDocument>> readDrawing(const std::string& path,
                                                     const DxfProgress& progress,
                                                     DxfReading reading);
+// How the user asked a drawing to be read: with --recover, mended.
+DxfReading readingAsked(const ParsedArguments& arguments);
 // What a recovering read mended, on standard error: one line a repair.
 void tellRepairs(const DxfDocument& document);
 

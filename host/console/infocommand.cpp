@@ -109,8 +109,7 @@ int runInfoCommand(const std::vector<std::string>& arguments) {
     if (!parsed.arguments) return usageError(parsed.error);
     if (parsed.arguments->positional.size() != 1) return usageError("info takes one drawing");
     const std::string& path = parsed.arguments->positional.front();
-    auto session = DrawingSession::open(
-        path, parsed.arguments->has("--recover") ? DxfReading::Recover : DxfReading::Strict);
+    auto session = DrawingSession::open(path, readingAsked(*parsed.arguments));
     if (!session) return kExitFailure;
     const DxfDocument& document = session->document();
     const DxfFacts facts = document.facts();

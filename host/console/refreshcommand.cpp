@@ -48,8 +48,7 @@ int runRefreshCommand(const std::vector<std::string>& arguments) {
             return fail(*prices, reason);
     }
 
-    auto session = DrawingSession::open(
-        drawing, args.has("--recover") ? DxfReading::Recover : DxfReading::Strict);
+    auto session = DrawingSession::open(drawing, readingAsked(args));
     if (!session) return kExitFailure;
     const DrawingTables tables = checkDrawingTables(drawing, session->document(),
                                                     prices ? WidePath(*prices) : std::wstring());

@@ -306,6 +306,10 @@ private:
                                       std::vector<PlacedAttribute>& attributes) const;
     // A text's fields as a TEXT or ATTDEF record holds them, with its vertical alignment.
     AcDbText textOf(const DxfAttributeDefinitionView& view, std::int64_t vertical) const;
+    // The block of a block table record: eNullObjectId or eWrongObjectType when there is none.
+    Acad::ErrorStatus blockOfRecord(AcDbObjectId record, std::size_t& block) const;
+    // What every entity a block receives starts with: its handle, owner and AcDbEntity part.
+    void addEntityHead(DxfRecordBuilder& b, const Placement& placement);
     // The bytes of a text style's name; empty for no style of the drawing.
     std::string_view styleNameOf(AcDbObjectId style) const;
     // What TEXT and ATTDEF share: the layer and the AcDbText part up to the alignment point.

@@ -34,6 +34,16 @@ bool finite(Values... values) {
 
 bool finite(const AcGePoint3d& p) { return finite(p.x, p.y, p.z); }
 
+bool finite(const AcDbText& t) {
+    return finite(t.position) && finite(t.alignmentPoint) && finite(t.height, t.widthFactor);
+}
+
+// What an attribute definition shows: its text, placed as a text is.
+AcDbText textPartOf(const AcDbAttributeDefinition& d) {
+    return {d.position,   d.alignmentPoint, d.height,         d.widthFactor,
+            d.textString, d.textStyle,      d.horizontalMode, d.verticalMode};
+}
+
 }  // namespace
 
 std::optional<std::uint64_t> DxfDocument::newHandle() {
@@ -256,18 +266,30 @@ Acad::ErrorStatus DxfDocument::setBlockTableRecordOrigin(AcDbObjectId record,
 Acad::ErrorStatus DxfDocument::appendLine(AcDbObjectId record, const AcDbLine& line,
                                           AcDbObjectId& id) {
     return guarded([&] {
-        if (record.isNull()) return Acad::eNullObjectId;
-        const auto block = blockIndex(record);
-        if (!block) return Acad::eWrongObjectType;
+        std::size_t block = 0;
+        if (const Acad::ErrorStatus status = blockOfRecord(record, block); status != Acad::eOk)
+            return status;
         if (!finite(line.startPoint) || !finite(line.endPoint)) return Acad::eInvalidInput;
-        const Placement placement = placementIn(*block);
+        const Placement placement = placementIn(block);
         DxfRecordBuilder b(m_tags, m_dialect, "LINE");
-        b.handle(newHandle()).owner(placement.owner).subclass("AcDbEntity");
-        if (placement.paperSpace) b.integer(67, 1);
+        addEntityHead(b, placement);
         b.text(8, "0").subclass("AcDbLine").point(10, line.startPoint).point(11, line.endPoint);
         id = idOf(appendEntity(placement, b.take()));
         return Acad::eOk;
     });
+}
+
+Acad::ErrorStatus DxfDocument::blockOfRecord(AcDbObjectId record, std::size_t& block) const {
+    if (record.isNull()) return Acad::eNullObjectId;
+    const auto found = blockIndex(record);
+    if (!found) return Acad::eWrongObjectType;
+    block = *found;
+    return Acad::eOk;
+}
+
+void DxfDocument::addEntityHead(DxfRecordBuilder& b, const Placement& placement) {
+    b.handle(newHandle()).owner(placement.owner).subclass("AcDbEntity");
+    if (placement.paperSpace) b.integer(67, 1);
 }
 
 std::string_view DxfDocument::styleNameOf(AcDbObjectId style) const {
@@ -294,28 +316,23 @@ Acad::ErrorStatus DxfDocument::appendAttributeDefinition(AcDbObjectId record,
                                                          const AcDbAttributeDefinition& definition,
                                                          AcDbObjectId& id) {
     return guarded([&] {
-        if (record.isNull()) return Acad::eNullObjectId;
-        const auto block = blockIndex(record);
-        if (!block) return Acad::eWrongObjectType;
-        if (!finite(definition.position) || !finite(definition.alignmentPoint) ||
-            !finite(definition.height, definition.widthFactor))
-            return Acad::eInvalidInput;
+        std::size_t block = 0;
+        if (const Acad::ErrorStatus status = blockOfRecord(record, block); status != Acad::eOk)
+            return status;
+        if (!finite(textPartOf(definition))) return Acad::eInvalidInput;
         const std::int64_t flags = (definition.invisible ? 1 : 0) | (definition.constant ? 2 : 0) |
                                    (definition.verifiable ? 4 : 0) | (definition.preset ? 8 : 0);
-        const Placement placement = placementIn(*block);
+        const Placement placement = placementIn(block);
         DxfRecordBuilder b(m_tags, m_dialect, "ATTDEF");
-        b.handle(newHandle()).owner(placement.owner).subclass("AcDbEntity");
-        if (placement.paperSpace) b.integer(67, 1);
-        addTextPart(b, AcDbText{definition.position, definition.alignmentPoint, definition.height,
-                                definition.widthFactor, definition.textString, definition.textStyle,
-                                definition.horizontalMode, definition.verticalMode});
+        addEntityHead(b, placement);
+        addTextPart(b, textPartOf(definition));
         b.subclass("AcDbAttributeDefinition");
         if (m_dialect.attributeLock) b.integer(280, 0);
         b.text(3, m_codec.encode(definition.prompt)).text(2, m_codec.encode(definition.tag));
         b.integer(70, flags).integer(74, definition.verticalMode);
         if (m_dialect.attributeLock) b.integer(280, 0);
         const std::uint32_t entity = appendEntity(placement, b.take());
-        BlockInfo& info = m_blockInfo[*block];
+        BlockInfo& info = m_blockInfo[block];
         if (info.layout == Layout::None || info.layout == Layout::OtherPaper) {
             info.attributeDefinitions.push_back(entity);
             setBlockFlag(*info.definition, kHasAttributeDefinitions);
@@ -328,16 +345,13 @@ Acad::ErrorStatus DxfDocument::appendAttributeDefinition(AcDbObjectId record,
 Acad::ErrorStatus DxfDocument::appendText(AcDbObjectId record, const AcDbText& text,
                                           AcDbObjectId& id) {
     return guarded([&] {
-        if (record.isNull()) return Acad::eNullObjectId;
-        const auto block = blockIndex(record);
-        if (!block) return Acad::eWrongObjectType;
-        if (!finite(text.position) || !finite(text.alignmentPoint) ||
-            !finite(text.height, text.widthFactor))
-            return Acad::eInvalidInput;
-        const Placement placement = placementIn(*block);
+        std::size_t block = 0;
+        if (const Acad::ErrorStatus status = blockOfRecord(record, block); status != Acad::eOk)
+            return status;
+        if (!finite(text)) return Acad::eInvalidInput;
+        const Placement placement = placementIn(block);
         DxfRecordBuilder b(m_tags, m_dialect, "TEXT");
-        b.handle(newHandle()).owner(placement.owner).subclass("AcDbEntity");
-        if (placement.paperSpace) b.integer(67, 1);
+        addEntityHead(b, placement);
         addTextPart(b, text);
         b.subclass("AcDbText").integer(73, text.verticalMode);
         id = idOf(appendEntity(placement, b.take()));
